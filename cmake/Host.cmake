@@ -1,0 +1,48 @@
+# Host build: the portable core natively, with its tests under the
+# sanitizers, and the libFuzzer targets with clang.
+if(TAVONA_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer
+                      -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(TAVONA_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+add_library(tavona_core STATIC ${TAVONA_PORTABLE} ${CMAKE_SOURCE_DIR}/frame/platform_host.cpp)
+target_include_directories(tavona_core PUBLIC
+  ${CMAKE_SOURCE_DIR}/include
+  ${CMAKE_SOURCE_DIR}/frame/host ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR})
+
+if(TAVONA_FUZZ)
+  get_property(fuzzers GLOBAL PROPERTY TAVONA_FUZZERS)
+  foreach(name IN LISTS fuzzers)
+    get_property(srcs GLOBAL PROPERTY TAVONA_FUZZ_${name}_SOURCES)
+    add_executable(${name} ${srcs})
+    target_link_libraries(${name} PRIVATE tavona_core)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  endforeach()
+  return()
+endif()
+
+if(TAVONA_RUN_TESTS)
+  enable_testing()
+  find_package(Threads REQUIRED)
+  set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+  set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  get_property(tests GLOBAL PROPERTY TAVONA_TESTS)
+  foreach(name IN LISTS tests)
+    get_property(where GLOBAL PROPERTY TAVONA_TEST_${name}_WHERE)
+    if(where STREQUAL "WINDOWS")
+      continue()
+    endif()
+    get_property(srcs GLOBAL PROPERTY TAVONA_TEST_${name}_SOURCES)
+    add_executable(${name} ${srcs})
+    target_link_libraries(${name} PRIVATE tavona_core GTest::gtest_main)
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE TAVONA_HOST_TEST=1)
+    add_test(NAME ${name} COMMAND ${name})
+  endforeach()
+endif()

@@ -1,0 +1,58 @@
+# Registration helpers used by each subsystem's sources.cmake. Subsystems only
+# declare what they have; the top-level CMakeLists.txt builds it for the
+# current target (Windows DLL or host core).
+
+# tavona_sources(PORTABLE <files>... WINDOWS <files>... EXPORTS <def fragment>...)
+#   PORTABLE: builds everywhere (the DLL and the host core)
+#   WINDOWS:  needs windows, registry or resources; DLL only
+#   EXPORTS:  .def fragments listing the exported names, one per line
+function(tavona_sources)
+  cmake_parse_arguments(A "" "" "PORTABLE;WINDOWS;EXPORTS" ${ARGN})
+  foreach(kind PORTABLE WINDOWS EXPORTS)
+    foreach(f IN LISTS A_${kind})
+      set_property(GLOBAL APPEND PROPERTY TAVONA_${kind} ${CMAKE_SOURCE_DIR}/${f})
+    endforeach()
+  endforeach()
+endfunction()
+
+# tavona_test(<name> [HOST] [WINDOWS] [UI] [INTERNAL] SOURCES <files>...)
+#   HOST / WINDOWS: where the executable is built (both when neither is given).
+#   UI: drives windows through the UI driver (needs the display fixture).
+#   INTERNAL: links the static core to reach routines that are not exported
+#             (host: always; Windows: instead of the DLL).
+#   DYNAMIC:  Windows only; links no part of the library but loads copies of
+#             tavona32.dll at run time.
+function(tavona_test name)
+  cmake_parse_arguments(A "HOST;WINDOWS;UI;INTERNAL;DYNAMIC" "" "SOURCES" ${ARGN})
+  set_property(GLOBAL APPEND PROPERTY TAVONA_TESTS ${name})
+  set(where BOTH)
+  if(A_HOST AND NOT A_WINDOWS)
+    set(where HOST)
+  elseif(A_WINDOWS AND NOT A_HOST)
+    set(where WINDOWS)
+  endif()
+  list(TRANSFORM A_SOURCES PREPEND ${CMAKE_SOURCE_DIR}/)
+  set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_WHERE ${where})
+  set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_UI ${A_UI})
+  set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_INTERNAL ${A_INTERNAL})
+  set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_DYNAMIC ${A_DYNAMIC})
+  set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_SOURCES ${A_SOURCES})
+endfunction()
+
+# tavona_fuzz(<name> SOURCES <files>...): a libFuzzer target of the fuzz preset.
+function(tavona_fuzz name)
+  cmake_parse_arguments(A "" "" "SOURCES" ${ARGN})
+  list(TRANSFORM A_SOURCES PREPEND ${CMAKE_SOURCE_DIR}/)
+  set_property(GLOBAL APPEND PROPERTY TAVONA_FUZZERS ${name})
+  set_property(GLOBAL PROPERTY TAVONA_FUZZ_${name}_SOURCES ${A_SOURCES})
+endfunction()
+
+# tavona_bench(<name> SOURCES <files>...): a benchmark that prints ratios
+# against a reference implementation. Built optimised in the win64 preset
+# (linked with the static core) and run under wine by scripts/test.
+function(tavona_bench name)
+  cmake_parse_arguments(A "" "" "SOURCES" ${ARGN})
+  list(TRANSFORM A_SOURCES PREPEND ${CMAKE_SOURCE_DIR}/)
+  set_property(GLOBAL APPEND PROPERTY TAVONA_BENCHES ${name})
+  set_property(GLOBAL PROPERTY TAVONA_BENCH_${name}_SOURCES ${A_SOURCES})
+endfunction()

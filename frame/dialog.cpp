@@ -1,0 +1,39 @@
+#include "frame/dialog.h"
+
+#include "frame/globals.h"
+#include "translation/lts.h"
+
+namespace tv {
+
+INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param) {
+  HWND focus = GetFocus();
+  INT_PTR result = DialogBoxParamW(g.resources, MAKEINTRESOURCEW(templateId), GetActiveWindow(),
+                                   proc, param);
+  if (focus && IsWindow(focus)) SetFocus(focus);
+  return result;
+}
+
+namespace {
+
+void TranslateWindowText(HWND w) {
+  WCHAR text[1024];
+  if (GetWindowTextW(w, text, 1024) < 1) return;
+  WCHAR before[1024];
+  lstrcpynW(before, text, 1024);
+  LtsTranslateText(g.ltsModuleName, text, 1024);
+  if (lstrcmpW(before, text) != 0) SetWindowTextW(w, text);
+}
+
+BOOL CALLBACK TranslateChild(HWND child, LPARAM) {
+  TranslateWindowText(child);
+  return TRUE;
+}
+
+}  // namespace
+
+void TranslateOwnDialog(HWND dialog) {
+  TranslateWindowText(dialog);
+  EnumChildWindows(dialog, TranslateChild, 0);
+}
+
+}  // namespace tv

@@ -1,0 +1,28 @@
+// Test controls of the host platform seam.
+#pragma once
+
+#include <tavona/tvbase.h>
+
+#include <string>
+
+namespace tv::plat::host {
+
+// Strings that LoadResString returns (null text removes one).
+void SetResString(UINT id, const WCHAR *text);
+// Makes every allocation fail, to test the out-of-memory paths.
+void SetFailAllocations(bool fail);
+bool FailAllocations();
+// How many lines DebugOutput has written so far.
+void NoteDebugOutput();
+int DebugOutputCount();
+
+// The message boxes that ShowMessage would have shown.
+struct ShownMessage {
+  std::u16string text, caption;
+  UINT style = 0;
+  int count = 0;
+};
+void NoteMessage(const WCHAR *text, const WCHAR *caption, UINT style);
+const ShownMessage &LastMessage();
+
+}  // namespace tv::plat::host

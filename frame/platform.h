@@ -1,0 +1,48 @@
+// The one seam between the portable core and the operating system. The DLL
+// implements it with Win32 (platform_win32.cpp); the host build with a
+// minimal stand-in (platform_host.cpp) good enough for the portable tests.
+// Keep it small: only what portable code cannot do itself belongs here.
+#pragma once
+
+#include <tavona/tvbase.h>
+
+#include <cstddef>
+
+namespace tv::plat {
+
+// Raw memory from the process heap; never throws. Free(nullptr) is a no-op.
+void *Alloc(size_t bytes);
+void Free(void *p);
+
+// One line of diagnostics for the developer (OutputDebugStringW on Windows,
+// stderr on the host).
+void DebugOutput(const WCHAR *text);
+
+// Upper-casing and case-insensitive comparison as the Windows services do
+// them: the user-interface service (CharUpperW), the C runtime's (_wcsupr)
+// and the C runtime's comparison (_wcsicmp).
+void UpperUser(WCHAR *text);
+void UpperCrt(WCHAR *text);
+int CompareNoCaseCrt(const WCHAR *a, const WCHAR *b);
+
+// ANSI code page <-> UTF-16 with the semantics of MultiByteToWideChar /
+// WideCharToMultiByte for zero-terminated input (length -1): returns the
+// number of units written including the terminator, or the size needed
+// when capacity is 0; 0 on failure.
+int AnsiToWide(const char *src, WCHAR *dst, int capacity);
+int WideToAnsi(const WCHAR *src, char *dst, int capacity);
+
+// A string resource of the library's resource module; 0 and an empty
+// buffer when there is none.
+int LoadResString(HMODULE module, UINT id, WCHAR *buffer, int size);
+
+// A message box: MessageBoxW with the owner, or the active window when
+// owner is null. Returns the button chosen.
+int ShowMessage(HWND owner, const WCHAR *text, const WCHAR *caption, UINT style);
+
+// Appends text and CR LF as raw UTF-16LE (no byte-order mark) to the file,
+// opened for appending while denying other writers. False when it cannot
+// be opened.
+bool AppendLogLine(const WCHAR *path, const WCHAR *text);
+
+}  // namespace tv::plat

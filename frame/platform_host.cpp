@@ -1,0 +1,144 @@
+// The host build's side of the platform seam: just enough for the portable
+// routines and their tests, not an imitation of Windows.
+#include "frame/platform.h"
+#include "frame/host/hostplat.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <string>
+
+namespace tv::plat {
+namespace {
+
+std::map<UINT, std::u16string> &Strings() {
+  static std::map<UINT, std::u16string> strings;
+  return strings;
+}
+
+WCHAR UpperLatin1(WCHAR c) {
+  if (c >= 'a' && c <= 'z') return static_cast<WCHAR>(c - 32);
+  if (c >= 0xE0 && c <= 0xFE && c != 0xF7) return static_cast<WCHAR>(c - 32);
+  if (c == 0xFF) return 0x178;
+  return c;
+}
+
+WCHAR LowerAscii(WCHAR c) {
+  return (c >= 'A' && c <= 'Z') ? static_cast<WCHAR>(c + 32) : c;
+}
+
+}  // namespace
+
+void *Alloc(size_t bytes) {
+  if (host::FailAllocations()) return nullptr;
+  return std::malloc(bytes ? bytes : 1);
+}
+
+void Free(void *p) { std::free(p); }
+
+void DebugOutput(const WCHAR *text) {
+  std::string s;
+  for (; text && *text; ++text) s += *text < 128 ? static_cast<char>(*text) : '?';
+  std::fprintf(stderr, "%s\n", s.c_str());
+  host::NoteDebugOutput();
+}
+
+// CharUpperW maps letters beyond ASCII; the C runtime's _wcsupr in the "C"
+// locale only ASCII. The host keeps that difference for Latin-1.
+void UpperUser(WCHAR *text) {
+  for (; text && *text; ++text) *text = UpperLatin1(*text);
+}
+
+void UpperCrt(WCHAR *text) {
+  for (; text && *text; ++text)
+    if (*text >= 'a' && *text <= 'z') *text = static_cast<WCHAR>(*text - 32);
+}
+
+int CompareNoCaseCrt(const WCHAR *a, const WCHAR *b) {
+  for (;; ++a, ++b) {
+    int ca = LowerAscii(*a), cb = LowerAscii(*b);
+    if (ca != cb || !ca) return ca - cb;
+  }
+}
+
+// The host's "ANSI code page" is Latin-1, like code page 1252 for the
+// characters that the tests use.
+int AnsiToWide(const char *src, WCHAR *dst, int capacity) {
+  int n = 0;
+  while (src[n]) ++n;
+  ++n;
+  if (capacity == 0) return n;
+  if (capacity < n) return 0;
+  for (int i = 0; i < n; ++i) dst[i] = static_cast<unsigned char>(src[i]);
+  return n;
+}
+
+int WideToAnsi(const WCHAR *src, char *dst, int capacity) {
+  int n = 0;
+  while (src[n]) ++n;
+  ++n;
+  if (capacity == 0) return n;
+  if (capacity < n) return 0;
+  for (int i = 0; i < n; ++i) dst[i] = src[i] < 256 ? static_cast<char>(src[i]) : '?';
+  return n;
+}
+
+int LoadResString(HMODULE, UINT id, WCHAR *buffer, int size) {
+  if (!buffer || size < 1) return 0;
+  buffer[0] = 0;
+  auto it = Strings().find(id);
+  if (it == Strings().end()) return 0;
+  int n = 0;
+  for (; n < size - 1 && n < static_cast<int>(it->second.size()); ++n) buffer[n] = it->second[n];
+  buffer[n] = 0;
+  return n;
+}
+
+int ShowMessage(HWND, const WCHAR *text, const WCHAR *caption, UINT style) {
+  host::NoteMessage(text, caption, style);
+  return IDOK;
+}
+
+bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
+  std::string name;
+  for (; path && *path; ++path) name += static_cast<char>(*path);
+  if (name.empty()) return false;
+  FILE *f = std::fopen(name.c_str(), "ab");
+  if (!f) return false;
+  for (const WCHAR *p = text; p && *p; ++p) {
+    unsigned char b[2] = {static_cast<unsigned char>(*p & 0xFF), static_cast<unsigned char>(*p >> 8)};
+    std::fwrite(b, 1, 2, f);
+  }
+  std::fwrite("\r\0\n\0", 1, 4, f);
+  std::fclose(f);
+  return true;
+}
+
+namespace host {
+
+namespace {
+ShownMessage lastMessage;
+bool failAlloc = false;
+int debugLines = 0;
+}  // namespace
+
+void SetResString(UINT id, const WCHAR *text) {
+  if (text)
+    Strings()[id] = text;
+  else
+    Strings().erase(id);
+}
+void SetFailAllocations(bool fail) { failAlloc = fail; }
+bool FailAllocations() { return failAlloc; }
+void NoteDebugOutput() { ++debugLines; }
+int DebugOutputCount() { return debugLines; }
+void NoteMessage(const WCHAR *text, const WCHAR *caption, UINT style) {
+  lastMessage.text = text ? text : u"";
+  lastMessage.caption = caption ? caption : u"";
+  lastMessage.style = style;
+  ++lastMessage.count;
+}
+const ShownMessage &LastMessage() { return lastMessage; }
+
+}  // namespace host
+}  // namespace tv::plat

@@ -1,0 +1,42 @@
+// Internals of the error reporter shared with the message box exports.
+#pragma once
+
+#include <tavona/frame.h>
+
+namespace tv {
+
+typedef TAVONA_ERROR_CALLBACK ErrorCallback;
+
+struct ErrorSettings {
+  ErrorCallback callback = nullptr;
+  INT mode = 0;  // 0 display, 1 silent, 2 log file; others display
+  WCHAR logPath[256] = {};
+};
+extern ErrorSettings errorSettings;
+
+// What the reporter needs of a message box request.
+struct MessageRequest {
+  HMODULE module = nullptr;
+  UINT captionId = 0;
+  UINT messageId = 0;
+  const WCHAR *ltsModule = nullptr;
+  const WCHAR *args[5] = {};
+  HWND owner = nullptr;
+};
+
+// Callback, external handler, log, silence or display, in that order.
+int RouteMessage(const MessageRequest &request);
+
+// Set by the Windows build to try the external handler library; a zero
+// result falls through to the modes.
+extern int (*RouteToExternalHandler)(const MessageRequest &request);
+
+// Loads, translates and formats the template, reads its style prefix and
+// copies the text after it into out (bounded). Returns the style bits.
+UINT ComposeMessageText(HMODULE module, const WCHAR *ltsModule, UINT messageId,
+                        const WCHAR *const args[5], WCHAR *out, int limit);
+
+// printf-style substitution of string arguments into a message template.
+int FormatTemplate(WCHAR *out, int size, const WCHAR *tmpl, const WCHAR *const *args, int argCount);
+
+}  // namespace tv

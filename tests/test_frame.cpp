@@ -1,0 +1,109 @@
+// The frame of tavona32.dll as an application sees it: accessors, version,
+// resource library and the global window classes.
+#include <tavona/tavona32.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+std::wstring ModulePath(HMODULE m) {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(m, path, MAX_PATH);
+  return path;
+}
+
+TEST(Frame, InstanceAndResourceLibrary) {
+  HMODULE self = GetModuleHandleW(L"tavona32.dll");
+  ASSERT_NE(self, nullptr);
+  EXPECT_EQ(Tavona_GetInstance(), self);
+
+  // The test programs run beside the library and its en\ and de\ folders.
+  HMODULE res = Tavona_GetResourceModule();
+  ASSERT_NE(res, nullptr);
+  std::wstring dir = ModulePath(self);
+  dir.resize(dir.rfind(L'\\') + 1);
+  std::wstring path = ModulePath(res);
+  EXPECT_TRUE(path == dir + L"en\\tavona32Res.dll" || path == dir + L"de\\tavona32Res.dll")
+      << std::string(path.begin(), path.end());
+  wchar_t caption[100];
+  EXPECT_GT(LoadStringW(res, 1500, caption, 100), 0);
+  EXPECT_GT(LoadStringW(res, 1300, caption, 100), 0);
+}
+
+TEST(Frame, VersionFromResource) {
+  wchar_t buf[32];
+  Tavona_GetVersion(buf, 32);
+  int a = -1, b = -1, c = -1, d = -1;
+  ASSERT_EQ(swscanf(buf, L"%d.%d.%d.%d", &a, &b, &c, &d), 4) << buf;
+  EXPECT_GE(a, 1);
+
+  // A buffer one character too small stays empty, an exact one is filled.
+  int len = lstrlenW(buf);
+  wchar_t exact[32], tooSmall[32];
+  Tavona_GetVersion(exact, len + 1);
+  EXPECT_STREQ(exact, buf);
+  tooSmall[0] = L'x';
+  Tavona_GetVersion(tooSmall, len);
+  EXPECT_EQ(tooSmall[0], 0);
+
+  // A custom format and a module without a version resource.
+  wchar_t custom[32];
+  Tavona_GetResourceFileVersion(Tavona_GetInstance(), 0, custom, 32, L"v%d-%d");
+  EXPECT_EQ(std::wstring(custom), L"v" + std::to_wstring(a) + L"-" + std::to_wstring(b));
+  custom[0] = L'x';
+  Tavona_GetResourceFileVersion(Tavona_GetResourceModule(), 0, custom, 32, nullptr);
+  EXPECT_EQ(custom[0], 0);
+}
+
+TEST(Frame, ModuleNameAndLanguageCode) {
+  wchar_t buf[10];
+  Tavona_GetLtsModuleName(buf, 10);
+  EXPECT_STREQ(buf, L"TAVONADLL");
+  wchar_t small[5] = L"abcd";
+  Tavona_GetLtsModuleName(small, 5);  // never shortened: left empty
+  EXPECT_EQ(small[0], 0);
+  wchar_t untouched[2] = L"q";
+  Tavona_GetLtsModuleName(untouched, 0);
+  EXPECT_EQ(untouched[0], L'q');
+  EXPECT_EQ(Tavona_SetLtsLanguageCode(1031), 1031);
+  EXPECT_EQ(Tavona_SetLtsLanguageCode(-1), -1);
+}
+
+TEST(Frame, GlobalWindowClasses) {
+  struct Case {
+    const wchar_t *name;
+    UINT style;
+  } cases[] = {
+      {L"TAVONA_BUTTONS_32", CS_GLOBALCLASS | CS_DBLCLKS},
+      {L"TAVONA_STATUS_32", CS_GLOBALCLASS | CS_DBLCLKS},
+      {L"TAVONATEMPWIND32", CS_GLOBALCLASS},
+      {L"TAVONA_POPUP_32", CS_GLOBALCLASS | CS_DBLCLKS},
+  };
+  for (const Case &c : cases) {
+    WNDCLASSEXW wc = {};
+    wc.cbSize = sizeof wc;
+    // Global classes are found with any instance, the program's included.
+    ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), c.name, &wc)) << c.name;
+    ASSERT_TRUE(GetClassInfoExW(Tavona_GetInstance(), c.name, &wc)) << c.name;
+    EXPECT_EQ(wc.style, c.style) << c.name;
+    EXPECT_EQ(wc.cbClsExtra, 0);
+    EXPECT_EQ(wc.cbWndExtra, int(sizeof(LONG_PTR))) << c.name;
+    EXPECT_EQ(wc.hbrBackground, GetStockObject(LTGRAY_BRUSH)) << c.name;
+    EXPECT_EQ(wc.hCursor, LoadCursorW(nullptr, IDC_ARROW)) << c.name;
+
+    HWND w = CreateWindowExW(0, c.name, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                             GetModuleHandleW(nullptr), nullptr);
+    ASSERT_NE(w, nullptr) << c.name;
+    // The extra bytes hold a whole pointer.
+    const LONG_PTR value = static_cast<LONG_PTR>(0x123456789ABCLL);
+    SetWindowLongPtrW(w, 0, value);
+    EXPECT_EQ(GetWindowLongPtrW(w, 0), value);
+    DestroyWindow(w);
+  }
+}
+
+TEST(Frame, FreeMemoryAcceptsNull) { Tavona_FreeMemory(nullptr); }
+
+}  // namespace

@@ -1,0 +1,254 @@
+// The frame's portable internals on the host: message composition, routing
+// of reports, allocation failures and the key prefix of translated texts.
+#include "frame/alloc.h"
+#include "frame/globals.h"
+#include "frame/host/hostplat.h"
+#include "frame/report.h"
+#include "frame/reportcore.h"
+#include "testutil.h"
+#include "translation/lts.h"
+#include "tvres.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+using tv::plat::host::SetResString;
+
+namespace {
+
+constexpr UINT kMsg = 4242;
+
+struct ReportFixture : ::testing::Test {
+  void SetUp() override {
+    tv::InitPortableGlobals();
+    tv::InitSecondGlobals();
+    Tavona_SetErrorHandlerCallback(nullptr);
+    Tavona_SetErrorHandlingMode(0);
+    Tavona_SetErrorLogFile(u"");
+  }
+  void TearDown() override {
+    SetResString(kMsg, nullptr);
+    Tavona_SetErrorHandlerCallback(nullptr);
+    Tavona_SetErrorHandlingMode(0);
+    tv::plat::host::SetFailAllocations(false);
+  }
+};
+
+std::u16string lastCallbackText;
+int callbackCount = 0;
+INT WINAPI RecordingCallback(const WCHAR *text) {
+  lastCallbackText = text;
+  ++callbackCount;
+  return 77;
+}
+
+TEST_F(ReportFixture, StylePrefixChoosesIconAndButtons) {
+  struct Case {
+    const char16_t *tmpl;
+    UINT style;
+    const char16_t *text;
+  } cases[] = {
+      {u"!RIA Cannot copy %s to %s", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_ABORTRETRYIGNORE,
+       u"Cannot copy a.txt to b.txt"},
+      {u"?YN Save %s?", MB_TASKMODAL | MB_ICONQUESTION | MB_YESNO, u"Save a.txt?"},
+      {u"?YNC Save?", MB_TASKMODAL | MB_ICONQUESTION | MB_YESNOCANCEL, u"Save?"},
+      {u"iOC Go on", MB_TASKMODAL | MB_ICONINFORMATION | MB_OKCANCEL, u"Go on"},
+      {u"sO Stop", MB_TASKMODAL | MB_ICONHAND | MB_OK, u"Stop"},
+      // icons combine bitwise: ! and ? give the exclamation bits again
+      {u"!? Odd", MB_TASKMODAL | 0x30, u"Odd"},
+      {u"i? Odd", MB_TASKMODAL | 0x60, u"Odd"},
+      // retry/cancel and partial sets fall back to OK
+      {u"RC Retry", MB_TASKMODAL | MB_OK, u"Retry"},
+      {u"YNCO Too many", MB_TASKMODAL | MB_OK, u"Too many"},
+      {u"xyz Unknown letters", MB_TASKMODAL | MB_OK, u"Unknown letters"},
+      // no prefix when the text starts with a space; spaces are skipped
+      {u"   Plain", MB_TASKMODAL, u"Plain"},
+      // a text without any space is all prefix
+      {u"OC", MB_TASKMODAL | MB_OKCANCEL, u""},
+      {u"!YN    Many spaces", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_YESNO, u"Many spaces"},
+      {u"((KEY))?YN Keyed", MB_TASKMODAL | MB_ICONQUESTION | MB_YESNO, u"Keyed"},
+  };
+  for (const Case &c : cases) {
+    SetResString(kMsg, c.tmpl);
+    const WCHAR *args[5] = {u"a.txt", u"b.txt", nullptr, nullptr, nullptr};
+    WCHAR out[200];
+    UINT style = tv::ComposeMessageText(nullptr, u"TAVONADLL", kMsg, args, out, 200);
+    EXPECT_EQ(style, c.style) << "template " << Narrow(c.tmpl);
+    EXPECT_EQ(std::u16string(out), c.text) << "template " << Narrow(c.tmpl);
+  }
+}
+
+TEST_F(ReportFixture, ComposeEdgeCases) {
+  WCHAR out[8] = u"xxxxxxx";
+  const WCHAR *args[5] = {};
+  // missing template: task-modal, empty text
+  SetResString(kMsg, nullptr);
+  EXPECT_EQ(tv::ComposeMessageText(nullptr, u"M", kMsg, args, out, 8), UINT(MB_TASKMODAL));
+  EXPECT_EQ(out[0], 0);
+  // limit below 1: nothing written
+  out[0] = 'x';
+  EXPECT_EQ(tv::ComposeMessageText(nullptr, u"M", kMsg, args, out, 0), UINT(MB_TASKMODAL));
+  EXPECT_EQ(out[0], 'x');
+  // a text longer than the limit is not shortened but left out
+  SetResString(kMsg, u"O 0123456789");
+  WCHAR small[8 + 2];
+  small[8] = 0x5A5A;
+  tv::ComposeMessageText(nullptr, u"M", kMsg, args, small, 8);
+  EXPECT_EQ(small[0], 0);
+  EXPECT_EQ(small[8], 0x5A5A);
+}
+
+TEST_F(ReportFixture, TemplateFormatting) {
+  struct Case {
+    const char16_t *tmpl;
+    const char16_t *out;
+  } cases[] = {
+      {u"%s+%s", u"A+B"},
+      {u"[%5s][%-3s]", u"[    A][B  ]"},
+      {u"%.1s%%", u"A%"},
+      {u"%s %s %s %s %s %s %s", u"A B C    "},  // past the arguments: empty
+      {u"%d%s", u"B"},                          // other conversions consume one
+      {u"trailing %", u"trailing "},
+      {u"%ls and %S", u"A and B"},
+  };
+  const WCHAR *args[5] = {u"A", u"B", u"C", nullptr, nullptr};
+  for (const Case &c : cases) {
+    WCHAR out[64];
+    tv::FormatTemplate(out, 64, c.tmpl, args, 5);
+    EXPECT_EQ(std::u16string(out), c.out) << "template " << Narrow(c.tmpl);
+  }
+}
+
+TEST_F(ReportFixture, RoutingOrder) {
+  SetResString(kMsg, u"!O File %s is gone");
+  SetResString(IDS_CAPTION_ERROR, u"((CAP))Caption");
+
+  // display: caption translated, style from the prefix
+  int before = tv::plat::host::LastMessage().count;
+  EXPECT_EQ(tv::ReportError(kMsg, u"x.txt"), IDOK);
+  const auto &m = tv::plat::host::LastMessage();
+  EXPECT_EQ(m.count, before + 1);
+  EXPECT_EQ(m.caption, u"Caption");
+  EXPECT_EQ(m.text, u"File x.txt is gone");
+  EXPECT_EQ(m.style, UINT(MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK));
+
+  // silent: 1 and nothing shown
+  Tavona_SetErrorHandlingMode(1);
+  EXPECT_EQ(tv::ReportError(kMsg, u"x.txt"), 1);
+  EXPECT_EQ(tv::plat::host::LastMessage().count, before + 1);
+
+  // a callback comes before every mode
+  Tavona_SetErrorHandlerCallback(RecordingCallback);
+  EXPECT_EQ(tv::ReportError(kMsg, u"y.txt"), 77);
+  EXPECT_EQ(lastCallbackText, u"File y.txt is gone");
+
+  // unknown modes display
+  Tavona_SetErrorHandlerCallback(nullptr);
+  Tavona_SetErrorHandlingMode(7);
+  EXPECT_EQ(tv::ReportError(kMsg, u"z"), IDOK);
+  EXPECT_EQ(tv::plat::host::LastMessage().count, before + 2);
+}
+
+TEST_F(ReportFixture, LogModeAppendsUtf16Lines) {
+  std::string path = ::testing::TempDir() + "tavona_errors.log";
+  std::remove(path.c_str());
+  std::u16string wpath(path.begin(), path.end());
+  Tavona_SetErrorLogFile(wpath.c_str());
+  Tavona_SetErrorHandlingMode(2);
+  SetResString(kMsg, u"sO Lost %s");
+  EXPECT_EQ(tv::ReportError(kMsg, u"a"), 1);
+  EXPECT_EQ(tv::ReportError(kMsg, u"\u00e4"), 1);
+  std::ifstream f(path, std::ios::binary);
+  std::vector<unsigned char> bytes((std::istreambuf_iterator<char>(f)), {});
+  std::vector<unsigned char> want = {'L', 0, 'o', 0, 's', 0, 't', 0, ' ', 0, 'a', 0, '\r', 0, '\n', 0,
+                                     'L', 0, 'o', 0, 's', 0, 't', 0, ' ', 0, 0xE4, 0, '\r', 0, '\n', 0};
+  EXPECT_EQ(bytes, want);
+
+  // no log file: 2
+  Tavona_SetErrorLogFile(u"");
+  EXPECT_EQ(tv::ReportError(kMsg, u"a"), 2);
+  std::remove(path.c_str());
+}
+
+TEST_F(ReportFixture, LogPathIsBounded) {
+  std::u16string longPath(256, u'a');
+  Tavona_SetErrorLogFile(longPath.c_str());
+  EXPECT_EQ(tv::errorSettings.logPath[0], 0);
+  longPath.resize(255);
+  Tavona_SetErrorLogFile(longPath.c_str());
+  EXPECT_EQ(std::u16string(tv::errorSettings.logPath), longPath);
+}
+
+TEST_F(ReportFixture, AllocationFailuresReport1300) {
+  SetResString(IDS_ERR_OUT_OF_MEMORY, u"sO Out of memory");
+  Tavona_SetErrorHandlerCallback(RecordingCallback);
+  callbackCount = 0;
+  EXPECT_EQ(tv::DuplicateWideString(nullptr), nullptr);
+  EXPECT_EQ(callbackCount, 0);
+
+  tv::plat::host::SetFailAllocations(true);
+  EXPECT_EQ(tv::AllocWideChars(10), nullptr);
+  EXPECT_EQ(callbackCount, 1);
+  EXPECT_EQ(lastCallbackText, u"Out of memory");
+  EXPECT_EQ(tv::DuplicateWideString(u"abc"), nullptr);
+  EXPECT_EQ(callbackCount, 2);
+  tv::plat::host::SetFailAllocations(false);
+
+  // byte sizes beyond 32 bits fail like an exhausted heap
+  EXPECT_EQ(tv::AllocWideChars(0x80000000u), nullptr);
+  EXPECT_EQ(callbackCount, 3);
+
+  tv::HeapPtr<WCHAR> copy(tv::DuplicateWideString(u"abc"));
+  ASSERT_TRUE(copy);
+  EXPECT_EQ(std::u16string(copy.get()), u"abc");
+}
+
+TEST(KeyPrefix, StrippedOnlyWhenComplete) {
+  struct Case {
+    const char16_t *in, *out;
+  } cases[] = {
+      {u"((ID_SAVE))Save", u"Save"}, {u"((ID_SAVE)Save", u"((ID_SAVE)Save"},
+      {u"(())Empty key", u"Empty key"}, {u"x((A))y", u"x((A))y"},
+      {u"((A))", u""}, {u"((", u"(("}, {u"", u""},
+      {u"((A))B))C", u"B))C"},
+  };
+  for (const Case &c : cases) {
+    std::u16string buf(c.in);
+    buf.push_back(0);
+    tv::StripKeyPrefix(buf.data());
+    EXPECT_EQ(std::u16string(buf.c_str()), c.out) << Narrow(c.in);
+  }
+}
+
+TEST(LoadTranslatedString, LoadsAndStrips) {
+  tv::InitSecondGlobals();
+  SetResString(kMsg, u"((K))Hello");
+  WCHAR buf[16] = u"zz";
+  EXPECT_EQ(tv::LoadTranslatedString(nullptr, kMsg, buf, 16), 5);
+  EXPECT_EQ(std::u16string(buf), u"Hello");
+  EXPECT_EQ(tv::LoadTranslatedString(nullptr, kMsg, buf, 0), 0);
+  EXPECT_EQ(tv::LoadTranslatedString(nullptr, kMsg, nullptr, 16), 0);
+  SetResString(kMsg, nullptr);
+  EXPECT_EQ(tv::LoadTranslatedString(nullptr, kMsg, buf, 16), 0);
+}
+
+TEST(Accessors, ModuleNameAndLanguageCode) {
+  tv::InitSecondGlobals();
+  WCHAR buf[10];
+  Tavona_GetLtsModuleName(buf, 10);
+  EXPECT_EQ(std::u16string(buf), u"TAVONADLL");
+  // The copy never shortens: five characters are too few for the name.
+  WCHAR small[5] = u"abcd";
+  Tavona_GetLtsModuleName(small, 5);
+  EXPECT_EQ(small[0], 0);
+  EXPECT_EQ(Tavona_SetLtsLanguageCode(-7), -7);
+  EXPECT_EQ(tv::g.ltsLanguageCode, -7);
+  EXPECT_EQ(std::u16string(tv::g.globalParamsKey), std::u16string(tv::g.colorParamsKey));
+}
+
+}  // namespace
