@@ -54,6 +54,14 @@ target_include_directories(tavona32 INTERFACE
   $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}/include>
   $<INSTALL_INTERFACE:include>)
 
+# The linker's own import library would name the undecorated symbols; on
+# 32-bit x86 callers' compilers emit the decorated ones, so dlltool writes it
+# from the decorated definitions instead (on both architectures alike).
+add_custom_command(TARGET tavona32 POST_BUILD
+  COMMAND ${TAVONA_DLLTOOL} -m ${TAVONA_DLLTOOL_MACHINE} -k -d ${TAVONA_DEF}
+          -D tavona32.dll -l $<TARGET_LINKER_FILE:tavona32>
+  VERBATIM)
+
 # The import library for MSVC callers, from the same definitions.
 set(TAVONA_MSVC_LIB ${CMAKE_BINARY_DIR}/lib/tavona32.lib)
 add_custom_command(
@@ -85,6 +93,12 @@ foreach(lang IN LISTS TAVONA_LANGUAGES)
 endforeach()
 
 include(cmake/Install.cmake)
+
+# A C99 caller linked through the import library on every architecture
+# (checks the decorated names on 32-bit x86, where no test runs).
+add_executable(c_caller ${CMAKE_SOURCE_DIR}/tests/consumer/main.c)
+target_link_libraries(c_caller PRIVATE tavona32)
+set_target_properties(c_caller PROPERTIES C_STANDARD 99 C_EXTENSIONS OFF)
 
 if(TAVONA_RUN_TESTS)
   include(cmake/WineTests.cmake)

@@ -15,8 +15,8 @@ ErrorSettings errorSettings;
 
 int FormatTemplate(WCHAR *out, int size, const WCHAR *tmpl, const WCHAR *const *args, int argCount) {
   if (!out || size < 1) return 0;
-  Appender a(out, size);
   out[0] = 0;
+  Appender a(out, size);
   int next = 0;
   // Only string conversions are meaningful in message templates; any other
   // conversion consumes an argument and prints nothing, so a faulty

@@ -13,6 +13,6 @@ tavona_sources(
   EXPORTS
     frame/exports.def)
 
-tavona_test(frame_tests SOURCES tests/test_frame.cpp)
+tavona_test(frame_tests WINDOWS SOURCES tests/test_frame.cpp)
 tavona_test(frame_internal_tests HOST INTERNAL SOURCES tests/test_frame_internal.cpp)
 tavona_test(frame_loading_tests WINDOWS UI DYNAMIC SOURCES tests/test_frame_loading.cpp)

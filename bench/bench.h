@@ -1,0 +1,17 @@
+// A tiny benchmark harness: times the library's routine against a plain
+// reference doing the same work and prints the ratio, so results compare
+// across machines and under wine.
+#pragma once
+
+#include <functional>
+
+namespace bench {
+
+// Prints "name: ratio X.XX (library / reference)". A ratio above maxRatio
+// (0: none) is reported and makes ExitCode() non-zero.
+void Compare(const char *name, const std::function<void()> &library,
+             const std::function<void()> &reference, double maxRatio = 0);
+
+int ExitCode();
+
+}  // namespace bench

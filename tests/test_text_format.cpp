@@ -1,0 +1,150 @@
+// The library's formatter and appender (internal; host and Windows).
+#include "text/wstr.h"
+
+#ifdef TAVONA_HOST_TEST
+#include "hostplat.h"
+#endif
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+
+namespace {
+
+using WStr = std::basic_string<WCHAR>;
+constexpr WCHAR kGuard = 0xBEEF;
+
+// Lines on the debugger output so far (host only; 0 elsewhere).
+int DebugLines() {
+#ifdef TAVONA_HOST_TEST
+  return tv::plat::host::DebugOutputCount();
+#else
+  return 0;
+#endif
+}
+
+// Runs call at every size up to one past the full length: the text is
+// cut at size - 1 and terminated, the full length is always returned and
+// nothing is written past size. Returns the full text.
+std::string Formatted(const std::function<int(WCHAR *, int)> &call) {
+  std::vector<WCHAR> big(4096, kGuard);
+  int len = call(big.data(), static_cast<int>(big.size()));
+  WStr full(big.data());
+  EXPECT_EQ(len, static_cast<int>(full.size()));
+  EXPECT_EQ(call(nullptr, 0), len);
+  for (int size = 1; size <= len + 1; ++size) {
+    std::vector<WCHAR> buf(size + 2, kGuard);
+    int got = call(buf.data(), size), keep = std::min(len, size - 1);
+    EXPECT_TRUE(got == len && WStr(buf.data()) == full.substr(0, keep) && buf[size] == kGuard &&
+                buf[size + 1] == kGuard)
+        << "size " << size << ": got '" << Narrow(buf.data()) << "' length " << got;
+  }
+  return Narrow(full);
+}
+
+#define EXPECT_FORMAT(expected, fmt, ...)                              \
+  EXPECT_EQ(Formatted([&](WCHAR *d, int s) {                           \
+              return tv::Format(d, s, fmt __VA_OPT__(, ) __VA_ARGS__); \
+            }),                                                        \
+            expected)                                                  \
+      << "format \"" << Narrow(fmt) << "\""
+
+// What the narrow printf of the host does differently or not at all.
+TEST(TextFormat, WindowsWidePrintfConversions) {
+  EXPECT_FORMAT("-2147483648 ffffffff 1234567890123 -5 ff 18446744073709551615 -3 -128 65535",
+                TEXT("%ld %lx %lld %I64d %I64x %zu %Id %hhd %hu"), INT_MIN, 0xFFFFFFFFu,
+                1234567890123LL, -5LL, 255ULL, SIZE_MAX, static_cast<intptr_t>(-3), 128, -1);
+  EXPECT_FORMAT("ab|  abc|abc  |00abc|(null)|(nu", TEXT("%.2s|%5s|%-5s|%05s|%s|%.3s"), TEXT("abc"),
+                TEXT("abc"), TEXT("abc"), TEXT("abc"), static_cast<const WCHAR *>(nullptr),
+                static_cast<const WCHAR *>(nullptr));
+  EXPECT_FORMAT("nar|nar|wide|wide|(null)", TEXT("%hs|%S|%ls|%ws|%hs"), "nar", "nar", TEXT("wide"),
+                TEXT("wide"), static_cast<const char *>(nullptr));
+  EXPECT_FORMAT("x|y|  z|\\u00E9|\\u4E2D", TEXT("%c|%C|%3c|%hc|%lc"), TEXT('x'), 'y', TEXT('z'),
+                '\xE9', 0x4E2D);
+  EXPECT_FORMAT("100%|   42|42   |42|inf|1.5", TEXT("100%%|%*d|%*d|%.*d|%f|%Lg"), 5, 42, -5, 42, -1,
+                42, INFINITY, 1.5L);
+  EXPECT_FORMAT("%y|%n|ab%-5", TEXT("%y|%n|ab%-5"));
+  std::string ptr(2 * sizeof(void *) - 2, '0');
+  EXPECT_FORMAT(ptr + "FF", TEXT("%p"), reinterpret_cast<void *>(0xFF));
+  EXPECT_FORMAT("0." + std::string(1200, '0') + "1", TEXT("%.1200f1"), 0.0);
+  WCHAR small[8];
+  EXPECT_EQ(tv::Format(small, 8, TEXT("%*d"), 2000000000, 1), 2000000000);
+  EXPECT_EQ(tv::Format(small, 8, TEXT("%d%2147483647d"), 1, 2), INT_MAX);
+  EXPECT_EQ(Narrow(small), "1      ");
+}
+
+// Integer and float conversions agree with the C runtime's narrow printf.
+TEST(TextFormat, AgreesWithNarrowPrintf) {
+  const char *flags[] = {"", "-", "+", " ", "0", "#", "-+", "0#", "+0", "- #"};
+  const char *widths[] = {"", "1", "9"};
+  const char *precisions[] = {"", ".0", ".3"};
+  const int ints[] = {0, 1, -1, 42, INT_MIN, INT_MAX, 0x1234};
+  const double doubles[] = {0.0, -1.5, 1e-5, 123456.789, 1e100, 0.000123};
+  int failures = 0;
+  auto check = [&](const std::string &fmt, auto value) {
+    char expect[512];
+    WCHAR got[512];
+    std::snprintf(expect, sizeof expect, fmt.c_str(), value);
+    tv::Format(got, 512, WStr(fmt.begin(), fmt.end()).c_str(), value);
+    if (Narrow(got) != expect && ++failures < 10)
+      ADD_FAILURE() << fmt << " of " << value << ": got '" << Narrow(got) << "' expected '"
+                    << expect << "'";
+  };
+  for (const char *f : flags)
+    for (const char *w : widths)
+      for (const char *p : precisions)
+        for (char conv : std::string("diuxXoeEfgG")) {
+          std::string fmt = std::string("%") + f + w + p + conv;
+          // MinGW's printf signs unsigned conversions and drops the zero of
+          // "%#.0o"; Windows does neither.
+          std::string fs = f;
+          bool isUnsigned = std::string("uxXo").find(conv) != std::string::npos;
+          if (isUnsigned && fs.find_first_of("+ ") != std::string::npos) continue;
+          if (conv == 'o' && fs.find('#') != std::string::npos && p == std::string(".0")) continue;
+          if (std::string("eEfgG").find(conv) == std::string::npos)
+            for (int v : ints) check(fmt, v);
+          else
+            for (double v : doubles) check(fmt, v);
+        }
+}
+
+// The appender behaves exactly like repeated bounded appends.
+TEST(TextAppender, MatchesRepeatedBoundedAppends) {
+  std::mt19937 rng(3);
+  for (int i = 0; i < 5000; ++i) {
+    int size = 1 + rng() % 12;
+    std::vector<WCHAR> a(size + 2, kGuard), b;
+    for (int k = 0; k < size; ++k) a[k] = (k < static_cast<int>(rng() % 14)) ? 'i' : 0;
+    b = a;
+    tv::Appender app(a.data(), size);
+    std::string log = "size " + std::to_string(size);
+    for (int step = 0; step < 6; ++step) {
+      WStr piece(rng() % 5, 'p');
+      piece += static_cast<WCHAR>('0' + step);
+      int kind = rng() % 3, count = rng() % 7;
+      int lines = DebugLines();
+      bool got = kind == 0   ? app.Append(piece.c_str())
+                 : kind == 1 ? app.Append(piece.c_str(), count)
+                             : app.Append(piece[0]);
+      int reported = DebugLines() - lines;
+      WStr same = kind == 0 ? piece : piece.substr(0, kind == 1 ? count : 1);
+      bool expect = tv::BoundedAppend(b.data(), same.c_str(), size);
+      log += " +" + Narrow(piece) + "/" + std::to_string(kind) + "," + std::to_string(count);
+      ASSERT_EQ(got, expect) << log;
+      ASSERT_EQ(reported, DebugLines() - lines - reported) << log;
+      ASSERT_EQ(a, b) << log;
+      ASSERT_EQ(app.Length(), tv::LenBounded(b.data(), size)) << log;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,294 @@
+// Exported string primitives, on the host and through the DLL under wine.
+#include <gtest/gtest.h>
+#include <tavona/frame.h>
+#include <tavona/text.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#ifdef TAVONA_HOST_TEST
+#include "hostplat.h"
+#endif
+
+namespace {
+
+using WStr = std::basic_string<WCHAR>;
+constexpr WCHAR kGuard = 0xBEEF;
+constexpr WCHAR kFill = 0x2323;  // both bytes differ from every digit
+
+std::string N(const WCHAR *s) { return s ? "'" + Narrow(s) + "'" : "null"; }
+
+// size units for the routine, prefilled with kFill then init (terminated or
+// not), followed by guard units that must survive.
+struct Buffer {
+  std::vector<WCHAR> units;
+  int size;
+  Buffer(const WCHAR *init, int size) : units(size > 0 ? size + 4 : 4, kGuard), size(size) {
+    for (int i = 0; i < size; ++i) units[i] = kFill;
+    for (int i = 0; init && i < size && (i == 0 || init[i - 1]); ++i) units[i] = init[i];
+  }
+  WCHAR *data() { return units.data(); }
+  WStr Text() const { return WStr(units.data(), std::find(units.data(), units.data() + size, 0)); }
+  bool GuardsIntact() const {
+    return std::all_of(units.begin() + std::max(size, 0), units.end(),
+                       [](WCHAR c) { return c == kGuard; });
+  }
+};
+
+// Lines on the debugger output so far (host only; -1 when unknown).
+int DebugLines() {
+#ifdef TAVONA_HOST_TEST
+  return tv::plat::host::DebugOutputCount();
+#else
+  return -1;
+#endif
+}
+
+TEST(TextStrings, BoundedCopyAndAppendNeverTruncate) {
+  struct Row { bool append; const WCHAR *dst, *src; int size; const WCHAR *expect; bool reported; };
+  const Row rows[] = {  // expect nullptr: buffer untouched
+      {false, TEXT("xx"), TEXT("abc"), 4, TEXT("abc"), false},
+      {false, TEXT("xx"), TEXT("abcd"), 4, TEXT(""), true},
+      {false, TEXT("xx"), nullptr, 4, TEXT(""), false},
+      {false, TEXT(""), TEXT("abc"), 0, nullptr, false},
+      {true, TEXT("ab"), TEXT("cd"), 5, TEXT("abcd"), false},
+      {true, TEXT("abcd"), TEXT("x"), 5, TEXT(""), true},
+      {true, TEXT("abcde"), TEXT("x"), 5, nullptr, false}};  // unterminated: left alone
+  for (const Row &r : rows) {
+    Buffer b(r.dst, r.size);
+    std::vector<WCHAR> before = b.units;
+    int lines = DebugLines();
+    (r.append ? TavonaAppendString : TavonaCopyString)(b.data(), r.src, r.size);
+    std::string row = (r.append ? "append " : "copy ") + N(r.src) + " to " + N(r.dst) + " size " +
+                      std::to_string(r.size);
+    EXPECT_TRUE(r.expect ? b.Text() == WStr(r.expect) : b.units == before)
+        << row << ": got " << N(b.Text().c_str());
+    EXPECT_TRUE(b.GuardsIntact()) << row;
+    EXPECT_TRUE(lines < 0 || DebugLines() - lines == (r.reported ? 1 : 0)) << row << ": reports";
+  }
+}
+
+TEST(TextStrings, CompareFindAndStrstri) {
+  struct Row { const WCHAR *a, *b; int flags, expect; };
+  for (const Row &r : {Row{nullptr, TEXT(""), 0, 0}, Row{TEXT("a"), TEXT("B"), 0, 1},
+                       Row{TEXT("a"), TEXT("B"), 1, -1}, Row{TEXT("\u4E2D"), TEXT("a"), 0, 1}}) {
+    int got = TavonaCompareString(r.a, r.b, r.flags);
+    EXPECT_EQ((got > 0) - (got < 0), r.expect)
+        << "compare " << N(r.a) << " " << N(r.b) << " flags " << r.flags;
+  }
+  for (const Row &r : {Row{TEXT("a c"), TEXT(" "), 0, 1}, Row{TEXT("a c"), TEXT(" "), 1, 0},
+                       Row{TEXT("h\u00e9llo"), TEXT("\u00c9L"), 1, 1},
+                       Row{TEXT("Hello"), TEXT("LL"), 0, 0},
+                       Row{TEXT("abababc"), TEXT("ababc"), 0, 1},  // and a pattern for the heap:
+                       Row{TEXT("<ababababababababababababababababab>"),
+                           TEXT("ababababababababababababababababab>"), 0, 1}})
+    EXPECT_EQ(TavonaFindString(r.a, r.b, r.flags), r.expect)
+        << "find " << N(r.b) << " in " << N(r.a) << " flags " << r.flags;
+  // expect: offset of the match, -1 for none
+  for (const Row &r : {Row{TEXT("xAbCx"), TEXT("abc"), 0, 1}, Row{TEXT("abc"), TEXT("d"), 0, -1},
+                       Row{TEXT("aAb"), TEXT("AB"), 0, 1}, Row{nullptr, TEXT("a"), 0, -1}}) {
+    const WCHAR *got = Tavona_strstri(r.a, r.b);
+    EXPECT_EQ(got ? static_cast<int>(got - r.a) : -1, r.expect)
+        << "strstri " << N(r.b) << " in " << N(r.a);
+  }
+}
+
+// The step-by-step algorithm the routine has always followed: search the
+// current text, classify, test the room, splice, go on after the splice.
+WStr ReferenceReplace(const WStr &text, int textSize, const WStr &find, const WStr &with,
+                      unsigned flags) {
+  if (text.empty() || textSize < 1 || find.empty() || static_cast<int>(text.size()) >= textSize)
+    return text;
+  auto upper = [](WStr s) {
+    for (WCHAR &c : s) c = (c >= 'a' && c <= 'z') ? static_cast<WCHAR>(c - 32) : c;
+    return s;
+  };
+  WStr cur = text;
+  for (size_t pos = 0;;) {
+    size_t at = (flags & 2) ? upper(cur).find(upper(find), pos) : cur.find(find, pos);
+    if (at == WStr::npos) break;
+    bool atStart = at == 0, atEnd = cur.size() - at == find.size(), middle = !atStart && !atEnd;
+    if (!((flags & 8 && middle) || (flags & 4 && atStart) || (flags & 16 && atEnd))) {
+      pos = at + 1;
+      continue;
+    }
+    if (static_cast<long long>(cur.size() - find.size() + with.size()) >= textSize - 1LL) break;
+    cur = cur.substr(0, at) + with + cur.substr(at + find.size());
+    if (flags & 1) break;
+    pos = at + with.size();
+  }
+  return cur;
+}
+
+bool CheckReplace(const WCHAR *text, int size, const WCHAR *find, const WCHAR *with, unsigned flags,
+                  const WCHAR *expect) {
+  Buffer b(text, size);
+  Tavona_ReplaceString(b.data(), size, find, with, flags);
+  bool ok = b.Text() == WStr(expect) && b.GuardsIntact();
+  EXPECT_TRUE(ok) << "replace " << N(find) << " by " << N(with) << " in " << N(text) << " size "
+                  << size << " flags " << flags << ": got " << N(b.Text().c_str()) << " expected "
+                  << N(expect);
+  return ok;
+}
+
+TEST(TextStrings, ReplaceString) {
+  struct Row {
+    const WCHAR *text; int size; const WCHAR *find, *with; unsigned flags; const WCHAR *expect;
+  };
+  const Row rows[] = {
+      {TEXT("aXbXc"), 8, TEXT("X"), TEXT("YY"), 28, TEXT("aYYbXc")},
+      {TEXT("aXbXc"), 9, TEXT("X"), TEXT("YY"), 28, TEXT("aYYbYYc")},
+      {TEXT("abab"), 10, TEXT("ab"), TEXT("X"), 4, TEXT("Xab")},
+      {TEXT("abab"), 10, TEXT("ab"), TEXT("X"), 16, TEXT("abX")},
+      {TEXT("aaa"), 10, TEXT("a"), TEXT(""), 4, TEXT("")},
+      {TEXT("aXbxc"), 10, TEXT("x"), nullptr, 2 | 28, TEXT("abc")},
+      {TEXT("abc"), 3, TEXT("b"), TEXT(""), 28, TEXT("abc")}};  // not terminated within the size
+  for (const Row &r : rows) CheckReplace(r.text, r.size, r.find, r.with, r.flags, r.expect);
+  Tavona_Replace(nullptr, 5, TEXT("a"), TEXT("b"), 0);
+}
+
+TEST(TextStrings, ReplaceStringMatchesStepByStepAlgorithm) {
+  std::mt19937 rng(12345);
+  auto word = [&](int minLen, int maxLen) {
+    WStr s(std::uniform_int_distribution<int>(minLen, maxLen)(rng), 'a');
+    for (WCHAR &c : s) c = TEXT("abAB")[rng() % ((rng() % 4) ? 2 : 4)];
+    return s;
+  };
+  int failures = 0;
+  for (int i = 0; i < 3000 && failures < 5; ++i) {
+    WStr text = word(0, 10), find = word(1, 3), with = word(0, 4);
+    int size = std::uniform_int_distribution<int>(1, 18)(rng);
+    for (unsigned flags = 0; flags < 32; ++flags) {
+      WStr expect = ReferenceReplace(text.substr(0, size), size, find, with, flags);
+      failures +=
+          !CheckReplace(text.c_str(), size, find.c_str(), with.c_str(), flags, expect.c_str());
+    }
+  }
+}
+
+TEST(TextStrings, ScanString) {
+  struct Row {  // field nullptr: out untouched
+    const WCHAR *line; WCHAR sep; int outSize;
+    const WCHAR *field; bool terminated; const WCHAR *rest;
+  };
+  const Row rows[] = {{TEXT("one,,two"), ',', 10, TEXT("one"), true, TEXT("two")},
+              {TEXT("\"a,b\",c"), ',', 10, TEXT("a,b"), true, TEXT("c")},
+              {TEXT("\"\",x"), ',', 10, TEXT(""), true, TEXT("x")},
+              {TEXT(",,x"), ',', 10, TEXT(""), true, TEXT("x")},
+              {TEXT("ab\"cd"), ',', 10, TEXT("ab"), true, TEXT("\"cd")},
+              {TEXT("\"ab"), ',', 10, TEXT("ab"), true, TEXT("")},
+              {TEXT("abc"), ',', 4, TEXT("abc"), true, TEXT("")},
+              {TEXT("abcd"), ',', 4, TEXT("abc"), false, TEXT("")},
+              {TEXT("\"abcdef\";g"), ';', 4, TEXT("abc"), false, TEXT("g")},
+              {TEXT("abc"), ',', 0, nullptr, false, TEXT("")},
+              {TEXT("a"), 0, 5, TEXT("a"), true, TEXT("")}};
+  for (const Row &r : rows) {
+    Buffer out(nullptr, r.outSize);
+    const WCHAR *cursor = r.line;
+    int got = Tavona_ScanString(&cursor, out.data(), r.outSize, r.sep);
+    std::string row = "scan " + N(r.line) + " size " + std::to_string(r.outSize);
+    int len = r.field ? static_cast<int>(WStr(r.field).size()) : 0;
+    EXPECT_EQ(Narrow(cursor), Narrow(r.rest)) << row;
+    EXPECT_EQ(got, len) << row;
+    EXPECT_TRUE(out.GuardsIntact()) << row;
+    if (!r.field) continue;
+    EXPECT_EQ(Narrow(WStr(out.data(), len)), Narrow(r.field)) << row;
+    EXPECT_EQ(out.units[len], r.terminated ? 0 : kFill) << row;
+  }
+}
+
+TEST(TextStrings, ScanStringlistLogarithmic) {
+  const WCHAR *list[] = {TEXT("a"), TEXT("b"), TEXT("c"), TEXT("d"), TEXT("e"), TEXT("\u4E2D")};
+  struct Row { const WCHAR *key; int count, expect; };
+  // The index is relative to the sub-range once the search moved right.
+  const Row rows[] = {{TEXT("c"), 5, 2},  {TEXT("a"), 5, 0},  {TEXT("d"), 5, 0},
+              {TEXT("f"), 5, -1}, {TEXT("a"), 0, -1}, {TEXT("\u4E2D"), 6, 1}};
+  for (const Row &r : rows)
+    EXPECT_EQ(Tavona_ScanStringlistLogarithmic(r.key, list, r.count), r.expect)
+        << "key " << N(r.key) << " count " << r.count;
+}
+
+TEST(TextStrings, DigitStrings) {
+  struct Row { const WCHAR *text; int minDigits; const WCHAR *prefix, *suffix; int at, count; };
+  const Row rows[] = {  // at: offset of the run, -1 when none
+              {TEXT("ab12cd345"), 3, nullptr, nullptr, 6, 3},
+              {TEXT("A123B"), 1, TEXT("A1"), nullptr, 2, 2},
+              {TEXT("x12y"), 1, TEXT(""), TEXT("z"), -1, 0},
+              {TEXT("12ab"), 1, nullptr, TEXT("abc"), -1, 0},
+              {TEXT("12"), 1, TEXT("x"), nullptr, -1, 0},
+              {TEXT("v1.22.3"), 2, TEXT("."), TEXT("."), 3, 2},
+              {TEXT("ab"), 0, nullptr, nullptr, 0, 0},
+              {TEXT(""), 0, nullptr, nullptr, -1, 0}};
+  for (const Row &r : rows) {
+    const WCHAR *found = TEXT("?");
+    INT count = -1;
+    int ret = Tavona_ScanDigitString(r.text, r.minDigits, r.prefix, r.suffix, &found, &count);
+    std::string row = "digits in " + N(r.text) + " min " + std::to_string(r.minDigits) + " " +
+                      N(r.prefix) + " " + N(r.suffix);
+    EXPECT_EQ(ret, r.at >= 0 ? 1 : 0) << row;
+    EXPECT_EQ(found ? static_cast<int>(found - r.text) : -1, r.at) << row;
+    EXPECT_EQ(count, r.count) << row;
+  }
+  // out: the leading units afterwards, as bytes and not characters were copied
+  struct ExtractRow { const WCHAR *text; int minDigits, outSize, ret; std::vector<WCHAR> out; };
+  const ExtractRow extracts[] = {{TEXT("ab12cd345"), 3, 10, 1, {'3', 0x2334, kFill, 0}},
+                  {TEXT("x1234"), 1, 3, 1, {'1', kFill, 0}},
+                  {TEXT("none"), 1, 5, 0, {0, kFill}}};
+  for (const ExtractRow &r : extracts) {
+    Buffer out(nullptr, r.outSize);
+    std::string row = "extract from " + N(r.text) + " size " + std::to_string(r.outSize);
+    int ret = Tavona_ExtractFirstDigitString(r.text, r.minDigits, nullptr, nullptr, out.data(),
+                                             r.outSize);
+    EXPECT_EQ(ret, r.ret) << row;
+    EXPECT_TRUE(std::equal(r.out.begin(), r.out.end(), out.units.begin())) << row;
+    EXPECT_TRUE(out.GuardsIntact()) << row;
+  }
+}
+
+TEST(TextStrings, HexStringToLong) {
+  struct Row { const WCHAR *text; int ret; DWORD value; };
+  const Row rows[] = {
+      {TEXT(" 1f\ta"), 0, 0x1FA},         {TEXT("0x10"), -1, 0},        {nullptr, 0, 0},
+      {TEXT("123456789"), 0, 0x23456789}, {TEXT("ffFF1g"), -1, 0xFFFF1}, {TEXT("\u0661"), -1, 0}};
+  for (const Row &r : rows) {
+    DWORD v = 0xDEAD;
+    EXPECT_EQ(Tavona_HexStringToLong(r.text, &v), r.ret) << "hex " << N(r.text);
+    EXPECT_EQ(v, r.value) << "hex " << N(r.text);
+  }
+  EXPECT_EQ(Tavona_HexStringToLong(TEXT("1"), nullptr), -1);
+}
+
+TEST(TextStrings, AnsiConversionsRoundTrip) {
+  WCHAR *wide = Tavona_ConvertMB2Wide("Tavona 32");
+  char *narrow = Tavona_ConvertWide2MB(wide);
+  EXPECT_EQ(Narrow(wide) + "|" + (narrow ? narrow : "null"), "Tavona 32|Tavona 32");
+  Tavona_FreeMemory(wide);
+  Tavona_FreeMemory(narrow);
+  EXPECT_TRUE(!Tavona_ConvertMB2Wide(nullptr) && !Tavona_ConvertWide2MB(nullptr));
+}
+
+#ifdef TAVONA_HOST_TEST
+int reports = 0;
+INT WINAPI CountReport(const WCHAR *) { return ++reports, 1; }
+
+TEST(TextStrings, OutOfMemoryIsReportedAndHarmless) {
+  TAVONA_ERROR_CALLBACK old = Tavona_SetErrorHandlerCallback(CountReport);
+  tv::plat::host::SetFailAllocations(true);
+  reports = 0;
+  EXPECT_EQ(TavonaFindString(TEXT("abc"), TEXT("B"), 1), 0);
+  EXPECT_EQ(Tavona_strstri(TEXT("abc"), TEXT("B")), nullptr);
+  WCHAR text[20] = {'a', 'b', 'a', 0};
+  Tavona_Replace(text, 20, TEXT("a"), TEXT("xyz"), 0);
+  Tavona_Replace(text, 20, TEXT("A"), TEXT("xyz"), TAVONA_REPLACE_NOCASE);
+  EXPECT_EQ(Narrow(text), "aba");
+  EXPECT_EQ(Tavona_ConvertMB2Wide("x"), nullptr);
+  EXPECT_EQ(reports, 5);
+  tv::plat::host::SetFailAllocations(false);
+  Tavona_SetErrorHandlerCallback(old);
+}
+#endif
+
+}  // namespace

@@ -1,0 +1,113 @@
+// The library's own wide-string primitives. Portable code uses these and
+// never the C runtime's wcs* functions, whose WCHAR differs between Windows
+// (wchar_t) and the host build (char16_t).
+#pragma once
+
+#include <tavona/tvbase.h>
+
+#include <cstdarg>
+#include <cstddef>
+
+namespace tv {
+
+inline int Len(const WCHAR *s) {
+  if (!s) return 0;
+  const WCHAR *p = s;
+  while (*p) ++p;
+  return static_cast<int>(p - s);
+}
+
+// Length, looking at no more than max units; returns max when no zero was
+// found among them.
+inline int LenBounded(const WCHAR *s, int max) {
+  int n = 0;
+  if (!s) return 0;
+  while (n < max && s[n]) ++n;
+  return n;
+}
+
+// Null, empty, or only characters with codes 1 to 32.
+inline bool IsBlank(const WCHAR *s) {
+  if (!s) return true;
+  for (; *s; ++s)
+    if (*s > 32) return false;
+  return true;
+}
+
+inline bool IsDigit(WCHAR c) { return c >= '0' && c <= '9'; }
+
+// Unbounded primitives for internal buffers whose size is known to fit.
+inline void CopyRaw(WCHAR *dst, const WCHAR *src, int count) {
+  for (int i = 0; i < count; ++i) dst[i] = src[i];
+}
+inline bool EqualN(const WCHAR *a, const WCHAR *b, int count) {
+  for (int i = 0; i < count; ++i)
+    if (a[i] != b[i]) return false;
+  return true;
+}
+// Unsigned unit comparison: -1, 0 or 1.
+int Compare(const WCHAR *a, const WCHAR *b);
+
+// Linear-time search (Knuth-Morris-Pratt): position of the first occurrence
+// of the pattern in text[from, textLen), or -1. The table is built once and
+// reused for every search in the same text.
+class Finder {
+ public:
+  Finder() = default;
+  ~Finder();
+  Finder(const Finder &) = delete;
+  Finder &operator=(const Finder &) = delete;
+  // False when memory runs out (reported) or the pattern is empty.
+  bool Init(const WCHAR *pattern, int patternLen);
+  int Find(const WCHAR *text, int textLen, int from) const;
+  // The next occurrence starting after the one at previous (a result of
+  // Find or FindAfter in the same text), overlapping it if need be; resumes
+  // without looking at the matched units again.
+  int FindAfter(const WCHAR *text, int textLen, int previous) const;
+
+ private:
+  int Scan(const WCHAR *text, int textLen, int from, int state) const;
+
+  static constexpr int kInline = 32;  // short patterns need no heap
+  const WCHAR *pat_ = nullptr;
+  int patLen_ = 0;
+  int *fail_ = nullptr;
+  int inline_[kInline];
+};
+
+// The bounded copy and append rules of TavonaCopyString and
+// TavonaAppendString: a source that does not fit empties the destination
+// and is reported as a programming error. They return false in that case.
+bool BoundedCopy(WCHAR *dst, const WCHAR *src, int dstSize);
+bool BoundedAppend(WCHAR *dst, const WCHAR *src, int dstSize);
+void ReportNoFit(const char *routine);
+
+// Repeated bounded appends into one buffer without rescanning it: follows
+// the rule of BoundedAppend while remembering where the text ends. The
+// buffer must not be changed behind the appender's back.
+class Appender {
+ public:
+  Appender(WCHAR *buffer, int size);
+  bool Append(const WCHAR *src);
+  bool Append(const WCHAR *src, int count);
+  bool Append(WCHAR c);
+  int Length() const { return len_; }
+
+ private:
+  WCHAR *buf_;
+  int size_;
+  int len_;
+};
+
+// printf-style formatting with Windows wide-printf semantics on every build:
+// %s and %ls are wide strings (NULL prints "(null)"), %hs and %S narrow ones,
+// %c a wide character, %d %i %u %x %X %o take 32-bit values ('l' is 32-bit
+// as on Windows), %lld %I64d 64-bit, %zd %Id %p pointer-sized, %e %f %g
+// doubles; flags - + space 0 #, width and precision with '*'.
+// Writes at most size - 1 characters and a terminating zero (nothing when
+// size < 1) and returns the length the whole text would have had, so
+// result >= size means it was cut.
+int Format(WCHAR *dst, int size, const WCHAR *format, ...);
+int FormatV(WCHAR *dst, int size, const WCHAR *format, va_list args);
+
+}  // namespace tv
