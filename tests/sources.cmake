@@ -1,0 +1,1 @@
+tavona_test(uidriver_tests WINDOWS UI SOURCES tests/test_uidriver.cpp)
