@@ -11,3 +11,9 @@ tavona_fuzz(fuzz_hex SOURCES fuzz/fuzz_hex.cpp)
 tavona_fuzz(fuzz_format SOURCES fuzz/fuzz_format.cpp)
 
 tavona_bench(bench_strings SOURCES bench/bench_strings.cpp)
+
+tavona_sources(PORTABLE text/escapes.cpp text/lists.cpp frame/pairtables.cpp)
+tavona_test(escape_tests SOURCES tests/test_text_escapes.cpp)
+tavona_test(pair_tests SOURCES tests/test_pairtables.cpp)
+tavona_fuzz(fuzz_escape_roundtrip SOURCES fuzz/fuzz_escape_roundtrip.cpp)
+tavona_fuzz(fuzz_decode_lists SOURCES fuzz/fuzz_decode_lists.cpp)

@@ -49,6 +49,49 @@ INT WINAPI Tavona_SetErrorHandlingMode(INT mode);
  * empty). */
 void WINAPI Tavona_SetErrorLogFile(const WCHAR *path);
 
+/* ---- Value translation tables ------------------------------------------
+ * Constant tables of pairs that replace switch statements. */
+
+/* Number pairs for Tavona_Translate. The table ends at the first pair whose
+ * first word equals the terminator passed with the call (its second word is
+ * never read):
+ *   static const TAVONA_VALUE_PAIR codes[] = {{1, 10}, {2, 20}, {0, 0}};
+ *   Tavona_Translate(2, codes, 0, 99, 0) == 20 */
+typedef struct TAVONA_VALUE_PAIR {
+  DWORD first;
+  DWORD second;
+} TAVONA_VALUE_PAIR;
+
+/* Value and text pairs for the two text translations. The table ends at the
+ * first pair whose text is NULL (its value is never read). */
+typedef struct TAVONA_TEXT_PAIR {
+  INT value;
+  const WCHAR *text;
+} TAVONA_TEXT_PAIR;
+
+#define TAVONA_TRANSLATE_REVERSE 1 /* Tavona_Translate: second to first */
+#define TAVONA_TRANSLATE_NOCASE 2  /* Tavona_Translate_StringToLong (1 has no
+                                      meaning there) */
+
+/* Forward: the second word of the first pair whose first word is value.
+ * Reverse: the first word of the first pair whose second word is value.
+ * Otherwise defaultValue; a value equal to the terminator never matches
+ * forward. Pass a table; a NULL one gives defaultValue. */
+UINT WINAPI Tavona_Translate(UINT value, const TAVONA_VALUE_PAIR *table, UINT terminator,
+                             UINT defaultValue, BYTE flags);
+
+/* The text of the first pair with value, else defaultText (NULL = ""),
+ * copied with the rule of TavonaCopyString (a text that does not fit leaves
+ * out empty). With a NULL table out is left as it is, default or not. */
+void WINAPI Tavona_Translate_LongToString(INT value, WCHAR *out, UINT outSize,
+                                          const TAVONA_TEXT_PAIR *table,
+                                          const WCHAR *defaultText);
+
+/* The value of the first pair whose text equals text (case-sensitive, or
+ * as _wcsicmp with TAVONA_TRANSLATE_NOCASE), else defaultValue. */
+INT WINAPI Tavona_Translate_StringToLong(const WCHAR *text, const TAVONA_TEXT_PAIR *table,
+                                         INT defaultValue, INT flags);
+
 TAVONA_END_DECLS
 
 #endif

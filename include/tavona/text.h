@@ -86,6 +86,72 @@ INT WINAPI Tavona_HexStringToLong(const WCHAR *text, DWORD *value);
 WCHAR *WINAPI Tavona_ConvertMB2Wide(const char *src);
 char *WINAPI Tavona_ConvertWide2MB(const WCHAR *src);
 
+/* ---- Escape notation for one-line text --------------------------------
+ * \a 8 (not 7), \t 9, \n 10, \v 11, \r 13, \\ backslash, \q double quote,
+ * \xHH and \dNN any code in hexadecimal or two decimal digits. */
+
+/* Flags of Tavona_EncodeString. */
+#define TAVONA_ENCODE_QUOTES 1          /* '"' as \q */
+#define TAVONA_ENCODE_HEX 2             /* other controls as \xHH, not \dNN */
+#define TAVONA_ENCODE_LEADING_SPACES 4  /* spaces before the first other
+                                           character as \x20 */
+#define TAVONA_ENCODE_NO_CR 8           /* carriage return as a lone '\' */
+#define TAVONA_ENCODE_ALL_SPACES 16     /* every space as \x20 */
+
+/* Encodes src (NULL = "") into dst. Encoding stops silently once 10 or
+ * fewer characters of dst are left, so the result holds at most
+ * dstSize - 7 characters; size dst generously. */
+void WINAPI Tavona_EncodeString(const WCHAR *src, WCHAR *dst, INT dstSize, UINT flags);
+
+/* Decodes in place. An unknown sequence such as \z gives one backslash;
+ * a backslash at the very end is dropped. Sequences are not checked:
+ * "\xZZ" gives 0xFFFF, and "\d00" puts a zero character into the text. */
+void WINAPI Tavona_DecodeString(WCHAR *text);
+
+/* As Tavona_DecodeString with escape in place of the backslash: the escape
+ * doubled gives one escape character, "v" is not a sequence, and unknown or
+ * short sequences give the escape character. */
+void WINAPI Tavona_DecodeStringExpanded(WCHAR *text, WCHAR escape);
+
+/* Copies src into dst (the non-truncating copy of TavonaCopyString: a src
+ * of dstSize characters or more leaves dst empty) and decodes it there.
+ * Always returns 0. */
+INT WINAPI Tavona_EscapeToBinary(const WCHAR *src, WCHAR *dst, INT dstSize);
+
+/* ---- Separated lists and language lists -------------------------------- */
+
+/* Number of items separated by separator: 0 for NULL, "" or a separator of
+ * 0; a separator at the very end opens no item, empty items in between
+ * count ("a;b;;c" has 4, "a;b;" has 2). */
+UINT WINAPI Tavona_GetSeparatedListLng(const WCHAR *list, WCHAR separator);
+
+/* 0-based position of the first item equal to item (case-sensitive), or
+ * -1. Empty items are skipped and NOT counted here: "c" in "a;b;;c" is 2. */
+INT WINAPI Tavona_GetSeparatedListIndex(const WCHAR *list, const WCHAR *item, WCHAR separator);
+
+/* A language list is "text VT code VT text VT code ..." with VT the
+ * vertical tab (11) and each code a decimal number; a text whose code is
+ * missing at the end of the list has the code 49. Codes are read up to 9
+ * characters, texts of a rewritten list up to 499; longer ones are cut. */
+#define TAVONA_LANGUAGE_SEPARATOR 11
+#define TAVONA_LANGUAGE_DEFAULT_CODE 49
+
+/* The text for language into out (cut to outSize - 1): 0 when found. When
+ * not, out receives the first text of the list ("" for an empty or NULL
+ * list) and the result is -1; so is it, out untouched, for a NULL out or
+ * outSize < 1. */
+INT WINAPI Tavona_ScanTextFromLanguageList(const WCHAR *list, UINT language, WCHAR *out,
+                                           INT outSize);
+
+/* Puts text for language at the FRONT of the list and keeps the other
+ * pairs in their order; every old pair of that language is dropped. A
+ * missing code is written out as 49. The list must leave room for the
+ * result: a pair that does not fit within listSize is not cut but empties
+ * what was built so far (the non-truncating append of
+ * TavonaAppendString). */
+void WINAPI Tavona_ReplaceTextInLanguageList(WCHAR *list, UINT listSize, const WCHAR *text,
+                                             INT language);
+
 TAVONA_END_DECLS
 
 #endif
