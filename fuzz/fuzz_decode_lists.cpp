@@ -60,9 +60,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     for (size_t i = 0; i < listSize; ++i) list.get()[i] = i < text.size() ? text[i] : 0;
     Tavona_ReplaceTextInLanguageList(list.get(), listSize, newText.c_str(), language);
     fuzz::Check(LenIn(list.get(), listSize) < listSize, "list terminated");
-    // Where the new pair fitted, it is the first one.
+    // Where the whole rewritten list fits, the new pair is the first one. (A
+    // pair that does not fit empties what was built so far, as every bounded
+    // append does, and quotes change how fields are read back.)
     fuzz::Exact<WCHAR> out(16);
-    if (newText.find(WCHAR(11)) == fuzz::WStr::npos && newText.size() + 12 < listSize &&
+    if (newText.find(WCHAR(11)) == fuzz::WStr::npos && newText.find(WCHAR('"')) == fuzz::WStr::npos &&
+        4 * text.size() + newText.size() + 24 < listSize &&
         LenIn(list.get(), listSize) > 0 &&
         Tavona_ScanTextFromLanguageList(list.get(), language, out.get(), 16) == 0)
       fuzz::Check(fuzz::WStr(out.get()) == newText.substr(0, 15) || newText.empty(), "moved to front");
