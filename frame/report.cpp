@@ -1,5 +1,6 @@
 // The error reporter: composes a message from a resource template and routes
-// it to the application's callback, the log file, silence or a message box.
+// it to the application's callback, an external handler library, the log
+// file, silence or a message box.
 #include "frame/report.h"
 
 #include "frame/globals.h"
@@ -9,7 +10,29 @@
 #include "translation/lts.h"
 #include "tvres.h"
 
+#include <cstddef>
+
 namespace tv {
+
+// The request record is exchanged with external handler libraries built
+// elsewhere, so its layout must never drift.
+namespace layout {
+constexpr bool k64 = sizeof(void *) == 8;
+static_assert(sizeof(MessageBoxRequest) == 448);
+static_assert(offsetof(MessageBoxRequest, module) == 0);
+static_assert(offsetof(MessageBoxRequest, captionId) == (k64 ? 8 : 4));
+static_assert(offsetof(MessageBoxRequest, messageId) == (k64 ? 12 : 8));
+static_assert(offsetof(MessageBoxRequest, ltsModule) == (k64 ? 16 : 12));
+static_assert(offsetof(MessageBoxRequest, args) == (k64 ? 24 : 16));
+static_assert(offsetof(MessageBoxRequest, args[4]) == (k64 ? 56 : 32));
+static_assert(offsetof(MessageBoxRequest, flag) == (k64 ? 64 : 36));
+static_assert(offsetof(MessageBoxRequest, reserved) == (k64 ? 68 : 40));
+static_assert(offsetof(MessageBoxRequest, resultCode) == (k64 ? 72 : 44));
+static_assert(offsetof(MessageBoxRequest, owner) == (k64 ? 80 : 48));
+static_assert(offsetof(ErrorHandlerRequest, owner) == 8);
+static_assert(offsetof(ErrorHandlerRequest, kind) == (k64 ? 16 : 12));
+static_assert(offsetof(ErrorHandlerRequest, args) == (k64 ? 48 : 32));
+}  // namespace layout
 
 ErrorSettings errorSettings;
 
@@ -115,7 +138,7 @@ int RouteMessage(const MessageRequest &r) {
     ComposeMessageText(r.module, r.ltsModule, r.messageId, args, text, 1024);
     return cb(text);
   }
-  if (RouteToExternalHandler) {
+  if (RouteToExternalHandler && r.record) {
     if (int result = RouteToExternalHandler(r)) return result;
   }
   WCHAR text[1000];
@@ -139,21 +162,59 @@ int RouteMessage(const MessageRequest &r) {
 
 int (*RouteToExternalHandler)(const MessageRequest &) = nullptr;
 
+const TAVONA_VALUE_PAIR ErrorCodeTable[] = {
+    {1300, 0x8004A014}, {1327, 0x8004A032}, {1357, 0x8004A036}, {1352, 0x8004A01C},
+    {1354, 0x8004A01D}, {1328, 0x8004A025}, {1329, 0x8004A024}, {1330, 0x8004A022},
+    {1331, 0x8004A02C}, {1332, 0x8004A029}, {1333, 0x8004A016}, {1334, 0x8004A01F},
+    {1335, 0x8004A01F}, {1336, 0x8004A028}, {1380, 0x8004A002}, {1381, 0x8004A002},
+    {0, 0},
+};
+
+void BuildReportRequest(MessageBoxRequest &record, UINT captionId, UINT messageId,
+                        const WCHAR *arg1, const WCHAR *arg2, const WCHAR *arg3) {
+  record = MessageBoxRequest{};
+  record.module = g.resources;
+  record.captionId = captionId;
+  record.messageId = messageId;
+  record.ltsModule = g.ltsModuleName;
+  record.args[0] = arg1;
+  record.args[1] = arg2;
+  record.args[2] = arg3;
+  record.flag = 1;
+  record.resultCode = Tavona_Translate(messageId, ErrorCodeTable, 0, kDefaultResultCode, 0);
+}
+
+int ReportErrorWithCaption(UINT captionId, UINT messageId, const WCHAR *arg1, const WCHAR *arg2,
+                           const WCHAR *arg3) {
+  MessageBoxRequest record;
+  BuildReportRequest(record, captionId, messageId, arg1, arg2, arg3);
+  return Tavona_Message_Box(&record);
+}
+
 int ReportError(UINT messageId, const WCHAR *arg1, const WCHAR *arg2, const WCHAR *arg3) {
-  MessageRequest r;
-  r.module = g.resources;
-  r.captionId = IDS_CAPTION_ERROR;
-  r.messageId = messageId;
-  r.ltsModule = g.ltsModuleName;
-  r.args[0] = arg1;
-  r.args[1] = arg2;
-  r.args[2] = arg3;
-  return RouteMessage(r);
+  return ReportErrorWithCaption(IDS_CAPTION_ERROR, messageId, arg1, arg2, arg3);
+}
+
+int ReportNotice(UINT messageId, const WCHAR *arg1, const WCHAR *arg2, const WCHAR *arg3) {
+  return ReportErrorWithCaption(IDS_CAPTION_ERROR_ALT, messageId, arg1, arg2, arg3);
 }
 
 }  // namespace tv
 
 extern "C" {
+
+INT WINAPI Tavona_Message_Box(const MessageBoxRequest *request) {
+  if (!request) return 2;
+  tv::MessageRequest r;
+  r.module = request->module;
+  r.captionId = request->captionId;
+  r.messageId = request->messageId;
+  r.ltsModule = request->ltsModule;
+  for (int i = 0; i < 5; ++i) r.args[i] = request->args[i];
+  r.owner = request->owner;
+  r.record = request;
+  return tv::RouteMessage(r);
+}
 
 TAVONA_ERROR_CALLBACK WINAPI Tavona_SetErrorHandlerCallback(TAVONA_ERROR_CALLBACK callback) {
   tv::errorSettings.callback = callback;

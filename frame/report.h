@@ -13,4 +13,12 @@ namespace tv {
 int ReportError(UINT messageId, const WCHAR *arg1 = nullptr,
                 const WCHAR *arg2 = nullptr, const WCHAR *arg3 = nullptr);
 
+// The same with another caption id.
+int ReportErrorWithCaption(UINT captionId, UINT messageId, const WCHAR *arg1 = nullptr,
+                           const WCHAR *arg2 = nullptr, const WCHAR *arg3 = nullptr);
+
+// The same under the notice caption (1521).
+int ReportNotice(UINT messageId, const WCHAR *arg1 = nullptr, const WCHAR *arg2 = nullptr,
+                 const WCHAR *arg3 = nullptr);
+
 }  // namespace tv

@@ -22,13 +22,25 @@ struct MessageRequest {
   const WCHAR *ltsModule = nullptr;
   const WCHAR *args[5] = {};
   HWND owner = nullptr;
+  // The caller's record, handed on unchanged to an external handler.
+  const MessageBoxRequest *record = nullptr;
 };
+
+// Message id -> result code for external handlers (first words, ended by 0).
+extern const TAVONA_VALUE_PAIR ErrorCodeTable[];
+inline constexpr UINT kDefaultResultCode = 0x8004A000;
+
+// The request the reporters build: resource module, the library's module
+// name, flag 1 and the result code of the message id.
+void BuildReportRequest(MessageBoxRequest &record, UINT captionId, UINT messageId,
+                        const WCHAR *arg1, const WCHAR *arg2, const WCHAR *arg3);
 
 // Callback, external handler, log, silence or display, in that order.
 int RouteMessage(const MessageRequest &request);
 
-// Set by the Windows build to try the external handler library; a zero
-// result falls through to the modes.
+// Set by the Windows build to try the external handler library with
+// request.record (skipped when there is none); a zero result falls through
+// to the modes.
 extern int (*RouteToExternalHandler)(const MessageRequest &request);
 
 // Loads, translates and formats the template, reads its style prefix and

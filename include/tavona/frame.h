@@ -49,6 +49,72 @@ INT WINAPI Tavona_SetErrorHandlingMode(INT mode);
  * empty). */
 void WINAPI Tavona_SetErrorLogFile(const WCHAR *path);
 
+/* ---- Message box requests -----------------------------------------------
+ * The record of one message: Tavona_Message_Box takes it, and it is what an
+ * external error handler library receives. Zero-fill it before use.
+ *
+ * 32-bit builds: exactly 112 32-bit words (448 bytes), fields at offsets
+ *   0 module, 4 captionId, 8 messageId, 12 ltsModule, 16-32 args[0..4],
+ *   36 flag, 40 reserved, 44 resultCode, 48 owner, 52-447 zero.
+ * 64-bit builds: the same fields in the same order; pointers and handles
+ *   are 8 bytes with natural alignment:
+ *   0 module, 8 captionId, 12 messageId, 16 ltsModule, 24-56 args[0..4],
+ *   64 flag, 68 reserved, 72 resultCode, (76 padding), 80 owner, 88-447
+ *   zero; 448 bytes in all. */
+typedef struct TAVONA_MESSAGE_BOX_REQUEST {
+  HMODULE module;        /* where the caption and message strings live */
+  UINT captionId;        /* string id of the caption */
+  UINT messageId;        /* string id of the message template */
+  const WCHAR *ltsModule; /* translation module name, e.g. L"TAVONADLL" */
+  const WCHAR *args[5];  /* substituted for "%s" in order; NULL = "" */
+  UINT flag;             /* 1 from the library's reporter; for external handlers */
+  UINT reserved;         /* 0 */
+  UINT resultCode;       /* error code for external handlers (0x8004A0xx) */
+  HWND owner;            /* NULL: the active window */
+#if defined(_WIN64) || (!defined(_WIN32) && defined(__LP64__))
+  DWORD zero[90];
+#else
+  DWORD zero[99];
+#endif
+} MessageBoxRequest;
+
+/* Routes the request: the callback if one is set, else the external handler
+ * library named in HKLM "Software\Tavona Software\Error Handler" (values
+ * "DllName", default "TVDEEH.DLL", and "FunctionName", default
+ * "TVDEEH_MessageBox"; a non-zero result is final), else by the error
+ * handling mode. The message text starts with a style prefix that chooses
+ * icon and buttons: ! ? i s (icons), Y N O C R I A (buttons; only the sets
+ * YNC, RIA, YN and OC, else OK), then a space. Returns the button chosen,
+ * what the callback or handler answered, 1 (silent, or logged) or 2 (the
+ * log cannot be written, or a NULL request). */
+INT WINAPI Tavona_Message_Box(const MessageBoxRequest *request);
+
+/* The argument of Tavona_ErrorHandler. 32-bit words on 32-bit builds; on
+ * 64-bit builds pointers and handles are 8 bytes, naturally aligned. */
+typedef struct TAVONA_ERROR_HANDLER_REQUEST {
+  DWORD unused[2];
+  HWND owner;             /* may be NULL */
+  UINT kind;              /* 0: text; 1-6: library messages; others: number */
+  const WCHAR *text;      /* the template for kind 0 */
+  const WCHAR *caption;   /* NULL: none */
+  UINT style;             /* MessageBoxW style ... */
+  UINT moreStyle;         /* ... ORed with this */
+  const WCHAR *args[5];   /* for "%s" in the template; NULL = "" */
+} ErrorHandlerRequest;
+
+/* Shows a message box directly (no prefix, callback, handler or mode).
+ * Returns the button chosen. */
+INT WINAPI Tavona_ErrorHandler(const ErrorHandlerRequest *request);
+
+/* Shows the system's text for an error code (or "Error <code>"), followed
+ * by a blank line and extra1 and by a line with extra2 when they are not
+ * empty. The caption is the library's error caption, or the one given.
+ * The ignored argument exists for compatibility. */
+INT WINAPI Tavona_DisplaySystemError(DWORD code, INT ignored, const WCHAR *extra1,
+                                     const WCHAR *extra2);
+INT WINAPI Tavona_DisplaySystemErrorExt(const WCHAR *caption, DWORD code, INT ignored,
+                                        const WCHAR *extra1, const WCHAR *extra2);
+
 /* ---- Value translation tables ------------------------------------------
  * Constant tables of pairs that replace switch statements. */
 

@@ -7,5 +7,7 @@
 
 #include "frame.h"
 #include "text.h"
+#include "settings.h"
+#include "controls.h"
 
 #endif

@@ -1,0 +1,1 @@
+tavona_sources(WINDOWS controls/boxes.cpp EXPORTS controls/exports.def)

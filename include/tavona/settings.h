@@ -1,0 +1,141 @@
+/* tavona32: settings in the registry or in private profile (INI) files.
+ *
+ * Every value is addressed by root, key path, profile file, section and value
+ * name, in this order. The registry is used when root is non-NULL and the key
+ * path non-empty: the key is "<key path>\<section>" (just the key path when
+ * no section is given). Otherwise the profile file is used when profile,
+ * section and value name are all given; with neither, nothing happens and
+ * reads leave the default. Every value is stored as text (REG_SZ). Nothing
+ * is cached: each call opens and closes its own key. */
+#ifndef TAVONA_SETTINGS_H
+#define TAVONA_SETTINGS_H
+
+#include "tvbase.h"
+
+TAVONA_BEGIN_DECLS
+
+/* ---- Strings ----------------------------------------------------------- */
+
+/* out receives the default (NULL = "") and then the stored value. The
+ * registry is asked with outSize BYTES of room, half the buffer: a
+ * 50-character buffer takes values of up to 24 characters, a longer value
+ * leaves the default. Kept that way: callers size their buffers for it. */
+void WINAPI Tavona_ReadStringFromRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                          const WCHAR *section, const WCHAR *value,
+                                          const WCHAR *defaultText, WCHAR *out, INT outSize);
+void WINAPI Tavona_ReadStringFromHKCU(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                      const WCHAR *defaultText, WCHAR *out, INT outSize);
+void WINAPI Tavona_ReadStringFromHKLM(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                      const WCHAR *defaultText, WCHAR *out, INT outSize);
+/* The current user's value when there is one, else the machine's (or the
+ * default). A user value equal to "$$$%%%$$$" counts as absent. */
+void WINAPI Tavona_ReadStringFromHKCUorHKLM(const WCHAR *key, const WCHAR *section,
+                                            const WCHAR *value, const WCHAR *defaultText,
+                                            WCHAR *out, INT outSize);
+
+/* Registry: the registry error code (0 = success). Profile file: the result
+ * of WritePrivateProfileStringW (non-zero = success; a NULL text deletes the
+ * entry). Test the result according to the store used. */
+LONG WINAPI Tavona_WriteStringToRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                         const WCHAR *section, const WCHAR *value,
+                                         const WCHAR *text);
+LONG WINAPI Tavona_WriteStringToHKCU(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                     const WCHAR *text);
+LONG WINAPI Tavona_WriteStringToHKLM(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                     const WCHAR *text);
+
+/* ---- Typed values (read through a 50-character text) -------------------
+ * long: decimal, read as _wtol reads it (no number = 0).
+ * hex: written "0x%08X"; read with or without "0x" (no number = 0).
+ * bit: "1" or "0".  colour: "r,g,b" in decimal, each number masked to 8 bits
+ * when read, missing numbers 0. */
+
+LONG WINAPI Tavona_ReadLongFromRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                        const WCHAR *section, const WCHAR *value,
+                                        LONG defaultValue);
+LONG WINAPI Tavona_ReadLongFromHKCU(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                    LONG defaultValue);
+LONG WINAPI Tavona_ReadLongFromHKLM(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                    LONG defaultValue);
+LONG WINAPI Tavona_ReadLongFromHKCUorHKLM(const WCHAR *key, const WCHAR *section,
+                                          const WCHAR *value, LONG defaultValue);
+DWORD WINAPI Tavona_ReadHexFromRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                        const WCHAR *section, const WCHAR *value,
+                                        DWORD defaultValue);
+/* Sets mask's bits in *flags when the stored number is non-zero and returns
+ * mask; otherwise clears them and returns ~mask. */
+DWORD WINAPI Tavona_ReadBitFromRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                        const WCHAR *section, const WCHAR *value,
+                                        LONG defaultValue, DWORD mask, DWORD *flags);
+COLORREF WINAPI Tavona_ReadColorFromRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                             const WCHAR *section, const WCHAR *value,
+                                             COLORREF defaultColor);
+COLORREF WINAPI Tavona_ReadColorFromHKCU(const WCHAR *key, const WCHAR *section,
+                                         const WCHAR *value, COLORREF defaultColor);
+COLORREF WINAPI Tavona_ReadColorFromHKLM(const WCHAR *key, const WCHAR *section,
+                                         const WCHAR *value, COLORREF defaultColor);
+/* Reads up to 30000 characters (values of up to 14999) into the dialog's
+ * control. */
+void WINAPI Tavona_ReadEditFieldFromRegistry(HWND dialog, INT controlId, HKEY root,
+                                             const WCHAR *key, const WCHAR *profile,
+                                             const WCHAR *section, const WCHAR *value,
+                                             const WCHAR *defaultText);
+
+LONG WINAPI Tavona_WriteLongToRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                       const WCHAR *section, const WCHAR *value, LONG number);
+LONG WINAPI Tavona_WriteLongToHKCU(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                   LONG number);
+LONG WINAPI Tavona_WriteLongToHKLM(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                   LONG number);
+LONG WINAPI Tavona_WriteHexToRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                      const WCHAR *section, const WCHAR *value, DWORD number);
+/* "1" when flags has any bit of mask set, else "0". */
+LONG WINAPI Tavona_WriteBitToRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                      const WCHAR *section, const WCHAR *value, DWORD mask,
+                                      DWORD flags);
+LONG WINAPI Tavona_WriteColorToRegistry(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                        const WCHAR *section, const WCHAR *value,
+                                        COLORREF color);
+LONG WINAPI Tavona_WriteColorToHKCU(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                    COLORREF color);
+LONG WINAPI Tavona_WriteColorToHKLM(const WCHAR *key, const WCHAR *section, const WCHAR *value,
+                                    COLORREF color);
+
+/* ---- Keys and sections ------------------------------------------------- */
+
+/* 1 when the key opens for reading, or the profile section has an entry. */
+INT WINAPI Tavona_IsRegistryKeyAvailable(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                         const WCHAR *section);
+/* Deletes the key (only when it has no subkeys) or the whole section. */
+void WINAPI Tavona_DeleteRegistryKey(HKEY root, const WCHAR *key, const WCHAR *profile,
+                                     const WCHAR *section);
+
+/* The value lists below stop at the first value whose name exceeds 199
+ * characters or whose data exceed 200 bytes. */
+
+/* Number of values of the key (0 when it does not open). */
+INT WINAPI Tavona_CountRegistryItems(HKEY root, const WCHAR *key);
+/* out = "name" sep "data" sep ... for every value; returns how many values
+ * were read, -1 for a NULL out or outSize < 1. */
+INT WINAPI Tavona_ReadRegistryItems(HKEY root, const WCHAR *key, WCHAR *out, INT outSize,
+                                    WCHAR separator);
+/* The same operation under the name used for language lists. */
+INT WINAPI Tavona_FillLanguageBoxFromRegistry(HKEY root, const WCHAR *key, WCHAR *out,
+                                              INT outSize, WCHAR separator);
+/* Writes the pairs of a text in the form Tavona_ReadRegistryItems gives; the
+ * separator is the text's last character. */
+void WINAPI Tavona_WriteRegistryItems(HKEY root, const WCHAR *key, const WCHAR *items);
+
+/* Empties the list box, combo box or list view and adds the names of the
+ * key's subkeys, each once. Returns the registry error code. */
+LONG WINAPI Tavona_FillBoxWithRegistrySubKeys(HKEY root, const WCHAR *key, HWND box);
+
+/* The colour chooser with sixteen custom colours kept under the current
+ * user's "Software\Tavona Software\Global Parameters\Custom Colors".
+ * 1 when a colour was chosen (*color updated, custom colours saved), 2 on
+ * cancel. */
+INT WINAPI Tavona_ColorDialog(HWND owner, COLORREF *color);
+
+TAVONA_END_DECLS
+
+#endif

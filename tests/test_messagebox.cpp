@@ -1,0 +1,272 @@
+// Error reporting against the real platform: the external handler library
+// found through the registry, the log file, the message boxes of the shipped
+// texts in both languages, the general error handler and system errors.
+#include <tavona/tavona32.h>
+
+#include "frame/globals.h"
+#include "frame/report.h"
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+const wchar_t kHandlerKey[] = L"Software\\Tavona Software\\Error Handler";
+
+std::wstring BinDir() {
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  std::wstring dir = path;
+  return dir.substr(0, dir.rfind(L'\\') + 1);
+}
+
+HMODULE LoadResources(const wchar_t *lang) {
+  return LoadLibraryExW((BinDir() + lang + L"\\tavona32Res.dll").c_str(), nullptr,
+                        LOAD_LIBRARY_AS_DATAFILE);
+}
+
+void SetHandler(const std::wstring &dll, const wchar_t *function = L"StubHandler_MessageBox") {
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, kHandlerKey, L"DllName", REG_SZ, dll.c_str(),
+                  DWORD((dll.size() + 1) * 2));
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, kHandlerKey, L"FunctionName", REG_SZ, function,
+                  DWORD((wcslen(function) + 1) * 2));
+}
+
+template <typename T>
+T At(const std::vector<BYTE> &record, int offset) {
+  T value;
+  std::memcpy(&value, record.data() + offset, sizeof value);
+  return value;
+}
+
+struct MessageBoxTest : ::testing::Test {
+  void SetUp() override {
+    tv::InitPortableGlobals();
+    tv::InitSecondGlobals();
+    tv::g.resources = en;
+    Tavona_SetErrorHandlerCallback(nullptr);
+    Tavona_SetErrorHandlingMode(1);
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, kHandlerKey);
+  }
+  void TearDown() override {
+    RegDeleteKeyW(HKEY_LOCAL_MACHINE, kHandlerKey);
+    Tavona_SetErrorHandlingMode(0);
+  }
+  static inline HMODULE en = LoadResources(L"en");
+  static inline HMODULE de = LoadResources(L"de");
+};
+
+// The stub stays loaded through this reference, so its record survives the
+// library's unloading after each request.
+struct Stub {
+  HMODULE module = LoadLibraryW((BinDir() + L"tvstub_handler.dll").c_str());
+  template <typename F>
+  F Entry(const char *name) {
+    return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+  }
+  void SetAnswer(INT v) { Entry<void(WINAPI *)(INT)>("StubHandler_SetAnswer")(v); }
+  int Last(std::vector<BYTE> &record, std::wstring &lts, std::wstring &arg1) {
+    record.assign(448, 0);
+    wchar_t l[64], a[260];
+    int calls = Entry<int(WINAPI *)(BYTE *, wchar_t *, wchar_t *)>("StubHandler_Last")(
+        record.data(), l, a);
+    lts = l;
+    arg1 = a;
+    return calls;
+  }
+  ~Stub() { FreeLibrary(module); }
+};
+
+INT WINAPI Answer5(const WCHAR *) { return 5; }
+
+TEST_F(MessageBoxTest, ExternalHandlerReceivesTheRecord) {
+  Stub stub;
+  ASSERT_TRUE(stub.module);
+  SetHandler(BinDir() + L"tvstub_handler.dll");
+  struct Case {
+    int (*report)(UINT);
+    UINT caption, id, code;
+  } cases[] = {
+      {[](UINT id) { return tv::ReportError(id, L"a.txt"); }, 1500, 1354, 0x8004A01D},
+      {[](UINT id) { return tv::ReportErrorWithCaption(1400, id, L"a.txt"); }, 1400, 1300,
+       0x8004A014},
+      {[](UINT id) { return tv::ReportNotice(id, L"a.txt"); }, 1521, 1341, 0x8004A000},
+  };
+  std::vector<BYTE> rec;
+  std::wstring lts, arg1;
+  int calls = stub.Last(rec, lts, arg1);
+  stub.SetAnswer(42);
+  for (const Case &c : cases) {
+    EXPECT_EQ(c.report(c.id), 42);
+    EXPECT_EQ(stub.Last(rec, lts, arg1), ++calls);
+    EXPECT_EQ(At<HMODULE>(rec, 0), en);
+    EXPECT_EQ(At<UINT>(rec, 8), c.caption);
+    EXPECT_EQ(At<UINT>(rec, 12), c.id);
+    EXPECT_EQ(At<UINT>(rec, 64), 1u);   // flag
+    EXPECT_EQ(At<UINT>(rec, 68), 0u);   // reserved
+    EXPECT_EQ(At<UINT>(rec, 72), c.code);
+    EXPECT_EQ(At<HWND>(rec, 80), nullptr);
+    EXPECT_EQ(std::vector<BYTE>(rec.begin() + 88, rec.end()), std::vector<BYTE>(360, 0));
+    EXPECT_EQ(lts, L"TAVONADLL");
+    EXPECT_EQ(arg1, L"a.txt");
+  }
+
+  // Zero falls through to the mode; a missing entry is skipped; the
+  // callback comes first of all.
+  stub.SetAnswer(0);
+  EXPECT_EQ(tv::ReportError(1341), 1);
+  EXPECT_EQ(stub.Last(rec, lts, arg1), ++calls);
+  stub.SetAnswer(42);
+  SetHandler(BinDir() + L"tvstub_handler.dll", L"NoSuchEntry");
+  EXPECT_EQ(tv::ReportError(1341), 1);
+  Tavona_SetErrorHandlerCallback(Answer5);
+  SetHandler(BinDir() + L"tvstub_handler.dll");
+  EXPECT_EQ(tv::ReportError(1341), 5);
+  Tavona_SetErrorHandlerCallback(nullptr);
+  EXPECT_EQ(stub.Last(rec, lts, arg1), calls);
+  EXPECT_EQ(Tavona_Message_Box(nullptr), 2);
+}
+
+TEST_F(MessageBoxTest, BareHandlerNameIsNotTakenFromCurrentFolder) {
+  Stub stub;
+  stub.SetAnswer(42);
+  SetHandler(L"tvstub_handler.dll");  // the application's folder
+  EXPECT_EQ(tv::ReportError(1341), 42);
+
+  wchar_t temp[MAX_PATH], cwd[MAX_PATH];
+  GetTempPathW(MAX_PATH, temp);
+  GetCurrentDirectoryW(MAX_PATH, cwd);
+  std::wstring planted = std::wstring(temp) + L"tvstub_planted.dll";
+  ASSERT_TRUE(CopyFileW((BinDir() + L"tvstub_handler.dll").c_str(), planted.c_str(), FALSE));
+  SetCurrentDirectoryW(temp);
+  SetHandler(L"tvstub_planted.dll");
+  EXPECT_EQ(tv::ReportError(1341), 1);  // the planted copy would answer 99
+  SetHandler(planted);                  // a full path is loaded as given
+  EXPECT_EQ(tv::ReportError(1341), 99);
+  SetCurrentDirectoryW(cwd);
+  DeleteFileW(planted.c_str());
+}
+
+TEST_F(MessageBoxTest, LogFileIsRawUtf16WithCrLf) {
+  wchar_t temp[MAX_PATH];
+  GetTempPathW(MAX_PATH, temp);
+  std::wstring path = std::wstring(temp) + L"tavona_errors.log";
+  DeleteFileW(path.c_str());
+  Tavona_SetErrorLogFile(path.c_str());
+  Tavona_SetErrorHandlingMode(2);
+  EXPECT_EQ(tv::ReportError(IDS_ERR_FILE_OPEN, L"a"), 1);
+  EXPECT_EQ(tv::ReportError(IDS_ERR_FILE_OPEN, L"\u00e4"), 1);
+  std::ifstream f(path.c_str(), std::ios::binary);
+  std::string bytes((std::istreambuf_iterator<char>(f)), {});
+  f.close();
+  std::wstring want = L"The file \"a\" cannot be opened.\r\nThe file \"\u00e4\" cannot be opened.\r\n";
+  EXPECT_EQ(bytes, std::string(reinterpret_cast<const char *>(want.data()), want.size() * 2));
+  DeleteFileW(path.c_str());
+  Tavona_SetErrorLogFile(L"");
+  EXPECT_EQ(tv::ReportError(IDS_ERR_FILE_OPEN, L"a"), 2);
+}
+
+TEST_F(MessageBoxTest, StylePrefixesOfTheShippedTexts) {
+  struct Case {
+    UINT id, icon;
+    std::vector<int> buttons;
+    int answer;
+  } cases[] = {
+      {IDS_ERR_FILE_OPEN, MB_ICONHAND, {IDOK}, IDOK},
+      {IDS_ERR_ITEM_NAME_EMPTY, MB_ICONEXCLAMATION, {IDOK}, IDOK},
+      {IDS_INFO_HELP_TEST, MB_ICONASTERISK, {IDOK}, IDOK},
+      {IDS_ERR_LIST_FULL, MB_ICONEXCLAMATION, {IDOK, IDCANCEL}, IDCANCEL},
+      {IDS_ASK_CANCEL_OPERATION, MB_ICONQUESTION, {IDYES, IDNO}, IDNO},
+      {IDS_ASK_DELETE_FILE, MB_ICONQUESTION, {IDYES, IDNO, IDCANCEL}, IDCANCEL},
+      {IDS_ASK_FILE_IN_USE, MB_ICONEXCLAMATION, {IDABORT, IDRETRY, IDIGNORE}, IDIGNORE},
+  };
+  Tavona_SetErrorHandlingMode(0);
+  for (auto [lang, module, caption] : {std::tuple(L"en", en, L"Tavona - Error"),
+                                       std::tuple(L"de", de, L"Tavona - Fehler")}) {
+    for (const Case &c : cases) {
+      MessageBoxRequest request = {};
+      request.module = module;
+      request.captionId = IDS_CAPTION_ERROR;
+      request.messageId = c.id;
+      request.ltsModule = L"TAVONADLL";
+      request.args[0] = L"C:\\Data\\report.txt";
+      request.args[1] = L"D:\\Backup";
+      wchar_t tmpl[1024];
+      ASSERT_GT(LoadStringW(module, c.id, tmpl, 1024), 0);
+      std::wstring prefix(tmpl, wcschr(tmpl, L' ') + 1);
+      std::wstring shot = std::wstring(L"msgbox_") + lang + L"_" + std::to_wstring(c.id);
+      int result = tvui::RunModal([&] { return Tavona_Message_Box(&request); },
+                                  [&](tvui::Session &s) {
+                                    tvui::Box box = s.WaitMessageBox(caption);
+                                    EXPECT_EQ(box.icon, c.icon) << c.id;
+                                    EXPECT_EQ(box.buttons, c.buttons) << c.id;
+                                    EXPECT_NE(box.text.rfind(prefix, 0), 0u) << c.id;
+                                    s.Screenshot(box.hwnd, shot);
+                                    s.Answer(box, c.answer);
+                                  });
+      EXPECT_EQ(result, c.answer) << c.id;
+    }
+  }
+}
+
+TEST_F(MessageBoxTest, DirectBoxes) {
+  struct Case {
+    std::function<int()> call;
+    const wchar_t *caption, *text;
+    UINT icon;
+    std::vector<int> buttons;
+  } cases[] = {
+      {[] {
+         ErrorHandlerRequest r = {};
+         r.kind = 9;
+         r.caption = L"Handler";
+         r.style = MB_ICONASTERISK;
+         r.moreStyle = MB_OKCANCEL;
+         return Tavona_ErrorHandler(&r);
+       },
+       L"Handler", L"Tavona Global Error 9", MB_ICONASTERISK, {IDOK, IDCANCEL}},
+      {[] {
+         ErrorHandlerRequest r = {};
+         r.text = L"Copy %s to %s";
+         r.args[0] = L"a";
+         r.args[1] = L"b";
+         return Tavona_ErrorHandler(&r);
+       },
+       L"", L"Copy a to b", 0, {IDOK}},
+      {[] { return Tavona_DisplaySystemErrorExt(L"System", 987654, 0, L"First", nullptr); },
+       L"System", L"Error 987654\r\n\r\nFirst", 0, {IDOK}},
+      {[] { return Tavona_DisplaySystemErrorExt(L"System", 987654, 0, L"", L"Second"); },
+       L"System", L"Error 987654\r\nSecond", 0, {IDOK}},
+  };
+  for (const Case &c : cases) {
+    int result = tvui::RunModal(c.call, [&](tvui::Session &s) {
+      tvui::Box box = s.WaitMessageBox();
+      EXPECT_EQ(box.caption, c.caption);
+      EXPECT_EQ(box.text, c.text);
+      EXPECT_EQ(box.icon, c.icon);
+      EXPECT_EQ(box.buttons, c.buttons);
+      s.Answer(box, IDOK);
+    });
+    EXPECT_EQ(result, IDOK);
+  }
+  // A known code gets the system's text under the library's caption.
+  tvui::RunModal([] { return Tavona_DisplaySystemError(ERROR_FILE_NOT_FOUND, 0, L"x", nullptr); },
+                 [](tvui::Session &s) {
+                   tvui::Box box = s.WaitMessageBox(L"Tavona - Error");
+                   EXPECT_EQ(box.text.find(L"Error 2"), std::wstring::npos) << Narrow(box.text);
+                   EXPECT_NE(box.text.find(L"\r\n\r\nx"), std::wstring::npos);
+                   s.Answer(box, IDOK);
+                 });
+}
+
+}  // namespace
