@@ -84,19 +84,6 @@ DWORD ParseHex(const WCHAR *s) {
   return Tavona_HexStringToLong(s, &value) == 0 ? value : 0;
 }
 
-// One field of the items text up to the separator, cut to size - 1
-// characters. False at the end of the text.
-bool ReadItemField(const WCHAR *&cursor, WCHAR separator, WCHAR *out, int size) {
-  out[0] = 0;
-  if (!*cursor) return false;
-  int n = 0;
-  for (; *cursor && *cursor != separator; ++cursor)
-    if (n < size - 1) out[n++] = *cursor;
-  if (*cursor) ++cursor;
-  out[n] = 0;
-  return true;
-}
-
 // Calls fn(name, data) for the values of root\key from index 0 until the
 // first failing enumeration; returns how many there were.
 template <typename Fn>
@@ -411,8 +398,8 @@ void WINAPI Tavona_WriteRegistryItems(HKEY root, const WCHAR *key, const WCHAR *
   WCHAR name[kItemNameSize];
   WCHAR data[kItemDataSize];
   const WCHAR *cursor = items;
-  while (ReadItemField(cursor, separator, name, kItemNameSize) &&
-         ReadItemField(cursor, separator, data, kItemDataSize))
+  while (tv::ReadField(cursor, separator, name, kItemNameSize) &&
+         tv::ReadField(cursor, separator, data, kItemDataSize))
     tv::WriteSettingString(root, key, nullptr, nullptr, name, data);
 }
 

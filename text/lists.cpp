@@ -25,6 +25,15 @@ int CodeValue(const WCHAR *s) {
   return negative ? -value : value;
 }
 
+// A missing code field counts as 49.
+void ReadCode(const WCHAR *&cursor, WCHAR (&code)[kCodeSize]) {
+  if (!tv::ReadField(cursor, kVt, code, kCodeSize)) tv::CopyRaw(code, kMissingCode, 3);
+}
+
+}  // namespace
+
+namespace tv {
+
 // One field up to the separator, cut to size - 1 characters; the cursor
 // moves past the whole field and its separator. False (and out "") at the
 // end of the list: a list ending in a separator has no empty last field.
@@ -40,12 +49,7 @@ bool ReadField(const WCHAR *&cursor, WCHAR separator, WCHAR *out, int size) {
   return true;
 }
 
-// A missing code field counts as 49.
-void ReadCode(const WCHAR *&cursor, WCHAR (&code)[kCodeSize]) {
-  if (!ReadField(cursor, kVt, code, kCodeSize)) tv::CopyRaw(code, kMissingCode, 3);
-}
-
-}  // namespace
+}  // namespace tv
 
 UINT WINAPI Tavona_GetSeparatedListLng(const WCHAR *list, WCHAR separator) {
   if (!list || !list[0] || !separator) return 0;
@@ -80,13 +84,13 @@ INT WINAPI Tavona_ScanTextFromLanguageList(const WCHAR *list, UINT language, WCH
   if (!list) return -1;
   const WCHAR *cursor = list;
   WCHAR code[kCodeSize];
-  while (ReadField(cursor, kVt, out, outSize)) {
+  while (tv::ReadField(cursor, kVt, out, outSize)) {
     ReadCode(cursor, code);
     if (static_cast<UINT>(CodeValue(code)) == language) return 0;
   }
   // Not there: the first text stands in for every language.
   cursor = list;
-  ReadField(cursor, kVt, out, outSize);
+  tv::ReadField(cursor, kVt, out, outSize);
   return -1;
 }
 
@@ -105,7 +109,7 @@ void WINAPI Tavona_ReplaceTextInLanguageList(WCHAR *list, UINT listSize, const W
   const WCHAR vt[] = {kVt, 0};
   const WCHAR *cursor = list;
   WCHAR old[kTextSize], code[kCodeSize];
-  while (ReadField(cursor, kVt, old, kTextSize)) {
+  while (tv::ReadField(cursor, kVt, old, kTextSize)) {
     ReadCode(cursor, code);
     if (CodeValue(code) == language) continue;
     out.Append(vt);

@@ -99,6 +99,11 @@ class Appender {
   int len_;
 };
 
+// One field of a separated text up to the separator, cut to size - 1
+// characters; the cursor moves past the whole field and its separator.
+// False (and out "") at the end of the text.
+bool ReadField(const WCHAR *&cursor, WCHAR separator, WCHAR *out, int size);
+
 // printf-style formatting with Windows wide-printf semantics on every build:
 // %s and %ls are wide strings (NULL prints "(null)"), %hs and %S narrow ones,
 // %c a wide character, %d %i %u %x %X %o take 32-bit values ('l' is 32-bit
