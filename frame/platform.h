@@ -45,4 +45,8 @@ int ShowMessage(HWND owner, const WCHAR *text, const WCHAR *caption, UINT style)
 // be opened.
 bool AppendLogLine(const WCHAR *path, const WCHAR *text);
 
+// ---- Dates and times ----
+
+// ---- Files ----
+
 }  // namespace tv::plat

@@ -114,6 +114,10 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
   return true;
 }
 
+// ---- Dates and times ----
+
+// ---- Files ----
+
 namespace host {
 
 namespace {

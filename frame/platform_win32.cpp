@@ -57,4 +57,8 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
   return true;
 }
 
+// ---- Dates and times ----
+
+// ---- Files ----
+
 }  // namespace tv::plat

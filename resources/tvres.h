@@ -42,4 +42,14 @@
 #define IDS_CAPTION_ERROR 1500
 #define IDS_CAPTION_ERROR_ALT 1521
 
+/* Dates and times: name lists, estimated time texts. */
+
+/* Integer and float formats: dialogs and their controls. */
+
+/* Descriptors, scrambling, hashing: dialogs and their controls. */
+
+/* Files. */
+
+/* Box helpers, progress indicator, small windows. */
+
 #endif

@@ -25,4 +25,8 @@ struct ShownMessage {
 void NoteMessage(const WCHAR *text, const WCHAR *caption, UINT style);
 const ShownMessage &LastMessage();
 
+// ---- Dates and times ----
+
+// ---- Files ----
+
 }  // namespace tv::plat::host

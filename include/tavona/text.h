@@ -152,6 +152,10 @@ INT WINAPI Tavona_ScanTextFromLanguageList(const WCHAR *list, UINT language, WCH
 void WINAPI Tavona_ReplaceTextInLanguageList(WCHAR *list, UINT listSize, const WCHAR *text,
                                              INT language);
 
+/* ---- Integer and float formats ---- */
+
+/* ---- Descriptors, scrambling, hashing, regular expressions ---- */
+
 TAVONA_END_DECLS
 
 #endif
