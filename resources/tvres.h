@@ -43,6 +43,13 @@
 #define IDS_CAPTION_ERROR_ALT 1521
 
 /* Dates and times: name lists, estimated time texts. */
+#define IDS_TIME_HOURS 3611   /* "%d hours" */
+#define IDS_TIME_HOUR 3612    /* "%d hour" */
+#define IDS_TIME_MINUTES 3613
+#define IDS_TIME_MINUTE 3614
+#define IDS_TIME_SECONDS 3615
+#define IDS_TIME_SECOND 3616
+#define IDS_TIME_SEPARATOR 3617 /* joins two amounts; a space follows */
 
 /* Integer and float formats: dialogs and their controls. */
 

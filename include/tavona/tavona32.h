@@ -7,6 +7,7 @@
 
 #include "frame.h"
 #include "text.h"
+#include "datetime.h"
 #include "settings.h"
 #include "controls.h"
 
