@@ -58,5 +58,12 @@
 /* Files. */
 
 /* Box helpers, progress indicator, small windows. */
+#define IDS_LANGUAGE_LIST 1512     /* "number|name|number|name..." */
+#define IDS_ESTIMATED_TIME 3618    /* leading text of the remaining time */
+#define IDD_PROGRESS 2500
+#define IDD_PROGRESS_LARGE 2511
+#define IDC_PROGRESS_BAR 610
+#define IDC_PROGRESS_TEXT 1007
+#define IDC_PROGRESS_TIME 1008
 
 #endif

@@ -1,4 +1,5 @@
-/* tavona32: list box, combo box and list view helpers. */
+/* tavona32: list and combo box helpers, the progress indicator, tab pages,
+ * small windows, window hooks and message helpers. */
 #ifndef TAVONA_CONTROLS_H
 #define TAVONA_CONTROLS_H
 
@@ -27,6 +28,340 @@ void WINAPI Tavona_ResetBox(HWND box);
  * -1. */
 INT WINAPI Tavona_AddBoxEntry(HWND box, const WCHAR *text, LPARAM itemData, INT position,
                               UINT flags);
+
+
+/* ---- Box helpers -------------------------------------------------------
+ * Indices are 0-based; -1 naming an entry means the current selection (the
+ * helper fails, or does nothing, when there is none). Item data are
+ * pointer-sized (LPARAM). */
+
+/* 1 when the kind is list box / combo box / either, else 0. */
+INT WINAPI Tavona_IsListBox(HWND box);
+INT WINAPI Tavona_IsComboBox(HWND box);
+INT WINAPI Tavona_IsListOrComboBox(HWND box);
+
+/* Number of entries (negative when the control reports an error). */
+INT WINAPI Tavona_GetBoxCount(HWND box);
+/* Current selection, or -1. */
+INT WINAPI Tavona_GetBoxIndex(HWND box);
+/* Selects index; an index at or beyond the count selects the last entry
+ * (0 is sent for an empty box), -1 clears the selection. Returns -1 when
+ * the control reports an error (clearing does), else 0. */
+INT WINAPI Tavona_SetBoxIndex(HWND box, INT index);
+/* Copies the entry's text to out ("" first). -1 when there is no such entry
+ * or the text does not fit in outSize characters, else 0. */
+INT WINAPI Tavona_GetBoxEntry(HWND box, INT index, WCHAR *out, INT outSize);
+/* Item data of the entry (any negative index: the selection); 0 for a NULL
+ * box or no selection. */
+LPARAM WINAPI Tavona_GetItemData(HWND box, INT index);
+void WINAPI Tavona_SetItemData(HWND box, INT index, LPARAM value);
+/* 0, or -1 when nothing was deleted. */
+INT WINAPI Tavona_DeleteBoxEntry(HWND box, INT index);
+
+/* Searches return the index or -1. By whole text, any case: */
+INT WINAPI Tavona_GetBoxIndexByItemText(HWND box, const WCHAR *text);
+/* First entry whose item data equals value. */
+INT WINAPI Tavona_GetBoxIndexByItemData(HWND box, LPARAM value);
+/* First entry whose item data points to a string equal to text (exact
+ * case); entries with NULL item data are skipped; NULL text gives -1. */
+INT WINAPI Tavona_GetBoxIndexByItemDataString(HWND box, const WCHAR *text);
+
+/* Flag of Tavona_FindBoxEntry: compare by code units after removing
+ * trailing characters of code 32 or less from both texts, from entry 0;
+ * entries of 500 characters or more are never found. */
+#define TAVONA_FIND_TRIMMED 8
+/* Without flags: whole text in any case, searching after entry start. */
+INT WINAPI Tavona_FindBoxEntry(HWND box, const WCHAR *text, INT start, UINT flags);
+
+/* Flags of the fill, select and read helpers. A list holds per entry a
+ * text field (up to 299 characters), then with TAVONA_FILL_NUMBER a number
+ * field, then with TAVONA_FILL_STRING a string field (each up to 49),
+ * all separated by the same separator:
+ *   Tavona_FillBoxExtended(box, ';', L"Red;1;Green;2", TAVONA_FILL_NUMBER) */
+#define TAVONA_FILL_NUMBER 1 /* the number becomes the item data */
+#define TAVONA_FILL_KEEP 2   /* keep entries (fill) or the selection (select) */
+#define TAVONA_FILL_HEX 4    /* the number is hexadecimal (invalid: 0) */
+#define TAVONA_FILL_UNIQUE 8 /* add as Tavona_AddBoxEntry with TAVONA_ADD_UNIQUE */
+#define TAVONA_FILL_STRING 16 /* a new copy of the string becomes the item data;
+                                 release with Tavona_DeleteBoxItemDataPointers */
+
+/* Tavona_FillBoxExtended with flags 0: empties the box, then adds each
+ * field of list. */
+void WINAPI Tavona_FillBox(HWND box, WCHAR separator, const WCHAR *list);
+/* Empties the box unless TAVONA_FILL_KEEP, then adds the entries of list
+ * (NULL = "") at the end. */
+void WINAPI Tavona_FillBoxExtended(HWND box, WCHAR separator, const WCHAR *list, UINT flags);
+
+/* One row of Tavona_FillBoxByTable: the text is string stringId of the
+ * resource library (up to 199 characters, translated), number and string
+ * are the item data with TAVONA_FILL_NUMBER or TAVONA_FILL_STRING. */
+typedef struct TAVONA_BOX_ROW {
+  UINT stringId;
+  LPARAM number;
+  const WCHAR *string;
+} TAVONA_BOX_ROW;
+/* Appends one entry per row (the box is never emptied first);
+ * TAVONA_FILL_UNIQUE as for the list form. */
+void WINAPI Tavona_FillBoxByTable(HWND box, const TAVONA_BOX_ROW *table, INT count, UINT flags);
+
+/* Releases every entry's item data as a string copied by TAVONA_FILL_STRING.
+ * The item data keep their (now dangling) values: empty the box next. */
+void WINAPI Tavona_DeleteBoxItemDataPointers(HWND box);
+
+/* Appends every entry of source with its item data to target (the target's
+ * sorting applies). Returns the last add result. */
+INT WINAPI Tavona_CopyBox(HWND source, HWND target);
+/* Deletes from box the entries whose text (any case) is in other. Texts of
+ * 500 characters or more are left alone. Returns the last delete result. */
+INT WINAPI Tavona_DeleteIntersectingBoxEntries(HWND box, HWND other);
+
+/* Directions of Tavona_MoveBoxEntry. */
+#define TAVONA_MOVE_UP 1
+#define TAVONA_MOVE_DOWN 2
+/* Moves the entry (negative index: the selection) one place with its item
+ * data and selects it; at either end, or for another direction, it is only
+ * selected. Texts of 200 characters or more are not moved. */
+void WINAPI Tavona_MoveBoxEntry(HWND box, INT index, INT direction);
+
+/* Selects the entries named in list (items up to 99 characters, any case):
+ * a list box adds each to its selection, another box makes each the
+ * current one in turn. flags takes the layout of Tavona_FillBoxExtended
+ * (TAVONA_FILL_NUMBER and TAVONA_FILL_STRING fields are skipped, so a fill
+ * list selects its own entries) and TAVONA_FILL_KEEP; without it everything
+ * is unselected first. Returns the number of items found (0 for no item). */
+INT WINAPI Tavona_SelectBoxEntries(HWND box, WCHAR separator, const WCHAR *list, UINT flags);
+/* List box: every entry unselected, last first; others: selection cleared.
+ * Returns the last message result. */
+INT WINAPI Tavona_UnselectAllBoxEntries(HWND box);
+
+/* Flag of Tavona_ReadBox: only the selected entries (a combo box's current
+ * one). It also takes TAVONA_FILL_NUMBER (item data as a decimal number)
+ * and TAVONA_FILL_STRING (the string item data, up to 49 characters), so
+ * its text fills a box again with the same flags. */
+#define TAVONA_READ_SELECTED 4
+/* Joins the entries' fields with separator (none after the last) into out.
+ * Entries of 200 characters or more are skipped; when out is full the text
+ * ends after the last whole entry. Returns the characters written. */
+INT WINAPI Tavona_ReadBox(HWND box, WCHAR separator, UINT flags, WCHAR *out, INT outSize);
+
+/* Empties the box, adds the languages of resource string 1512 ("number|name"
+ * pairs; an existing name is selected), then the installed locales by
+ * language name with the locale id as item data, each once. Returns the
+ * result of EnumSystemLocalesW. Not for two threads at once. */
+BOOL WINAPI Tavona_FillLanguagesBox(HWND box);
+
+/* ---- Progress indicator ------------------------------------------------
+ * A modeless dialog (templates 2500 and 2511 of the resource library) with
+ * a bar, a text line, a remaining-time line and a cancel button. Its owner
+ * is disabled from creation until Tavona_DestroyProgressIndicator (or until
+ * the dialog is destroyed some other way). Typical loop:
+ *   HWND p = Tavona_CreateProgressIndicator(owner, L"Copying", 0, n);
+ *   for (i = 0; i < n && !Tavona_CheckProgressIndicatorAborted(p); ++i) {
+ *     work(i); Tavona_UpdateProgressIndicator(p, i + 1);
+ *   }
+ *   Tavona_DestroyProgressIndicator(p);
+ * Every function ignores a NULL dialog. */
+
+/* Flags of Tavona_CreateProgressIndicatorExtended. */
+#define TAVONA_PROGRESS_TIME 1     /* show the estimated remaining time */
+#define TAVONA_PROGRESS_LARGE 2    /* the larger template 2511 */
+#define TAVONA_PROGRESS_NOCANCEL 4 /* no cancel button; never aborted */
+
+/* An upper bound not above lower becomes lower + 1. Returns the dialog, or
+ * NULL (owner left enabled) when memory runs out (error 1300 reported) or
+ * the resource library has no template. */
+HWND WINAPI Tavona_CreateProgressIndicatorExtended(HWND owner, const WCHAR *title, INT lower,
+                                                   INT upper, UINT flags);
+HWND WINAPI Tavona_CreateProgressIndicator(HWND owner, const WCHAR *title, INT lower,
+                                           INT upper);
+/* The bar's done part is width * position / (upper - lower): the position
+ * is not taken relative to the lower bound, so a lower bound other than 0
+ * shifts the bar (kept as it has always been; the bar never draws outside
+ * its frame). Repaints only when the computed width changes; with
+ * TAVONA_PROGRESS_TIME it then updates the remaining-time line. */
+void WINAPI Tavona_UpdateProgressIndicator(HWND dialog, INT position);
+/* Stores both bounds as given (an empty range shows no done part) and
+ * repaints; the position is kept. */
+void WINAPI Tavona_SetProgressIndicatorBounds(HWND dialog, INT lower, INT upper);
+/* Colour of the done part (initially the active caption colour). */
+void WINAPI Tavona_SetProgressIndicatorColor(HWND dialog, COLORREF color);
+/* The text line (NULL = ""). */
+void WINAPI Tavona_SetProgressIndicatorText(HWND dialog, const WCHAR *text);
+/* Handles at most one queued message of the thread, then, when cancel was
+ * pressed since the last call, asks with message 1380: 1 for yes, else 0
+ * (the request is cleared either way). */
+INT WINAPI Tavona_CheckProgressIndicatorAborted(HWND dialog);
+/* Enables the owner again and destroys the dialog. */
+void WINAPI Tavona_DestroyProgressIndicator(HWND dialog);
+
+/* ---- Tab control pages --------------------------------------------------
+ * Each tab item's application value (TCIF_PARAM) is the modeless dialog
+ * that forms its page; the pages are children of the tab control's parent.
+ */
+
+/* Creates page templateId of instance (a child-style dialog) with procedure
+ * and param, and inserts a tab titled with its caption (up to 99
+ * characters) at position (-1: at the end). Returns the page, or NULL. */
+HWND WINAPI Tavona_AddTabControlItemExt(HWND tab, INT position, HINSTANCE instance,
+                                        UINT templateId, DLGPROC procedure, LPARAM param);
+/* The same; 0 or -1. */
+INT WINAPI Tavona_AddTabControlItem(HWND tab, INT position, HINSTANCE instance, UINT templateId,
+                                    DLGPROC procedure, LPARAM param);
+/* Hides every page and shows page index (-1: the selected tab) over the
+ * tab control's display area. */
+void WINAPI Tavona_ShowTabControlItem(HWND tab, INT index);
+/* Selects tab index and shows its page. */
+void WINAPI Tavona_SetActiveTabControl(HWND tab, INT index);
+/* Shows each page in turn and sends it WM_COMMAND IDOK. When a page moves
+ * the focus (to a field that needs attention) it stays shown and the newly
+ * focused window is returned; otherwise the tab selected before is shown
+ * again and NULL is returned. */
+HWND WINAPI Tavona_ConfirmAllTabControlItems(HWND tab);
+
+/* ---- Temporary, status and popup windows -------------------------------- */
+
+/* A borderless message window of class "TAVONATEMPWIND32", 250 pixels wide,
+ * centred on the screen, that destroys itself after displayTime tenths of a
+ * second; 0 or less means 50 minutes. background 0 (black) leaves the class
+ * background. The focus stays where it was. Returns the window or NULL. */
+HWND WINAPI Tavona_DisplayTempWindExt(const WCHAR *text, INT displayTime, COLORREF background);
+/* The same with string stringId of module (up to 1000 characters); NULL
+ * when the string is missing or empty. */
+HWND WINAPI Tavona_DisplayTempWind(HINSTANCE module, UINT stringId, INT displayTime,
+                                   COLORREF background);
+LRESULT CALLBACK WndProcTempWind(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+/* "TAVONA_STATUS_32": a plain window of a library class. */
+LRESULT CALLBACK WndProcStatus(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/* Shows text in a tooltip-coloured popup ("TAVONA_POPUP_32") below anchor
+ * (above it at the bottom of the screen), without taking the activation.
+ * There is one popup at a time: a new one replaces the last. A click
+ * closes it. Returns the popup, or NULL for a blank text. */
+HWND WINAPI Tavona_ShowPopup(HWND anchor, const WCHAR *text);
+void WINAPI Tavona_DestroyPopup(void);
+LRESULT CALLBACK WndProcButtPopup(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/* ---- Placing windows ---------------------------------------------------- */
+
+/* A child window is centred in its parent's client area, any other window
+ * on the screen; its size is kept. */
+void WINAPI Tavona_CenterWindow(HWND window);
+/* Fits the window into the work area of its monitor: moved inside, and
+ * made smaller only where it is larger than the work area. */
+BOOL WINAPI Tavona_SizeWindowToScreen(HWND window);
+/* Flag of Tavona_ArrangeWindowGroup: one below the other. */
+#define TAVONA_ARRANGE_COLUMN 1
+/* Lines up the visible controls ids[0..count) of parent in a row (or a
+ * column), from where the first visible one is, gap pixels apart; hidden
+ * ones take no room, so hiding a button closes its gap. Sizes and the other
+ * coordinate are kept. Returns the number of controls placed. */
+INT WINAPI Tavona_ArrangeWindowGroup(HWND parent, const UINT *ids, INT count, INT gap,
+                                     UINT flags);
+/* Converts both corners of a screen rectangle to window's client
+ * coordinates. */
+BOOL WINAPI Tavona_ScreenToClient(HWND window, RECT *rect);
+/* Makes button id the dialog's default button, with the default frame, and
+ * gives the previous default button the plain frame. */
+void WINAPI Tavona_MakeDefPushButton(HWND dialog, UINT id);
+/* Adds (subtracts) step to the integer in edit and writes it back, kept
+ * within minimum and maximum. Returns the new value. */
+INT WINAPI Tavona_IncEditField(HWND edit, INT step, INT minimum, INT maximum);
+INT WINAPI Tavona_DecEditField(HWND edit, INT step, INT minimum, INT maximum);
+/* Removes separators that lead or end a menu or follow another separator
+ * (left over when items were removed), in submenus too. Returns how many. */
+INT WINAPI Tavona_DeleteMenuSeparators(HMENU menu);
+
+/* ---- Window procedure hooks ---------------------------------------------
+ * The hook record (original procedure, link value; pointer-sized) lies in
+ * movable global memory attached to the window under a property name. */
+
+/* Installs procedure on window and remembers the previous one and link.
+ * 0, or -1 (bad arguments, no memory, or a hook of that name already
+ * there). The instance is not used. */
+INT WINAPI Hook_Window(HWND window, WNDPROC procedure, const WCHAR *name, LPARAM link,
+                       HINSTANCE instance);
+/* Restores the remembered procedure; nothing when the window has no such
+ * hook. Unhook in the reverse order of hooking. */
+void WINAPI Unhook_Window(HWND window, const WCHAR *name);
+/* Calls the remembered procedure; 0 without a hook. */
+LRESULT WINAPI Call_HookOriginalCallback(HWND window, const WCHAR *name, UINT message,
+                                         WPARAM wParam, LPARAM lParam);
+LPARAM WINAPI Get_HookLink(HWND window, const WCHAR *name);
+
+/* Edit hooks ("ONLYLFHOOKPROPNAME", "TABANDLFHOOKPROPNAME"): Enter (and Tab)
+ * reach the edit control as Ctrl+Enter (Ctrl+Tab): the key-down is
+ * swallowed after the Ctrl key is marked pressed in the thread's keyboard
+ * state, and the key-up marks it released again. 0 or -1. */
+INT WINAPI Hook_Edit_OnlyLf(HWND edit);
+void WINAPI Unhook_Edit_OnlyLf(HWND edit);
+INT WINAPI Hook_Edit_TabAndLf(HWND edit);
+void WINAPI Unhook_Edit_TabAndLf(HWND edit);
+LRESULT CALLBACK Edit_OnlyLf_Hook(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK Edit_TabAndLf_Hook(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/* ---- Message packing ----------------------------------------------------
+ * Low and high 16-bit halves of WPARAM; window handles from the other
+ * parameter. NULL out pointers are skipped. */
+void WINAPI Evaluate_WmCommand(WPARAM wParam, LPARAM lParam, UINT *id, UINT *code,
+                               HWND *control);
+void WINAPI Evaluate_WmActivate(WPARAM wParam, LPARAM lParam, UINT *state, UINT *minimized,
+                                HWND *other);
+void WINAPI Evaluate_WmScroll(WPARAM wParam, LPARAM lParam, UINT *code, UINT *position,
+                              HWND *bar);
+void WINAPI Evaluate_WmMenuSelect(WPARAM wParam, LPARAM lParam, UINT *item, UINT *flags,
+                                  HMENU *menu);
+void WINAPI Evaluate_WmDdeExecute(WPARAM wParam, LPARAM lParam, HWND *client,
+                                  HGLOBAL *commands);
+UINT WINAPI GetWmCommandId(WPARAM wParam, LPARAM lParam);
+UINT WINAPI GetWmCommandNotif(WPARAM wParam, LPARAM lParam);
+UINT WINAPI GetWmScrollId(WPARAM wParam, LPARAM lParam);
+UINT WINAPI GetWmScrollPos(WPARAM wParam, LPARAM lParam);
+HWND WINAPI GetWmScrollHwnd(WPARAM wParam, LPARAM lParam);
+HWND WINAPI GetWmMdiActivateBecomingActive(WPARAM wParam, LPARAM lParam);
+HWND WINAPI GetWmMdiActivateBecomingPassive(WPARAM wParam, LPARAM lParam);
+/* WM_COMMAND with WPARAM code * 65536 + id. */
+LRESULT WINAPI SendWmCommand(HWND window, UINT id, UINT code, LPARAM lParam);
+BOOL WINAPI PostWmCommand(HWND window, UINT id, UINT code, LPARAM lParam);
+/* message with WPARAM position * 65536 + code. */
+LRESULT WINAPI SendWmScroll(HWND window, UINT message, UINT code, UINT position, LPARAM lParam);
+BOOL WINAPI PostWmScroll(HWND window, UINT message, UINT code, UINT position, LPARAM lParam);
+HWND WINAPI SendWmMdiGetActive(HWND client, BOOL *maximized);
+HMENU WINAPI SendWmMdiSetMenu(HWND client, HMENU frameMenu, HMENU windowMenu);
+/* EM_GETSEL; returns the end. */
+DWORD WINAPI SendEmGetSel(HWND edit, DWORD *start, DWORD *end);
+/* EM_SETSEL, then EM_SCROLLCARET unless noScroll. */
+void WINAPI SendEmSetSel(HWND edit, BOOL noScroll, INT start, INT end);
+LPARAM WINAPI PackLparamForDDE(UINT message, UINT_PTR low, UINT_PTR high);
+BOOL WINAPI UnpackLparamForDDE(UINT message, LPARAM lParam, PUINT_PTR low, PUINT_PTR high);
+BOOL WINAPI FreeLparamForDDE(UINT message, LPARAM lParam);
+HCURSOR WINAPI GetClassCursor(HWND window);
+/* Returns the previous cursor. */
+HCURSOR WINAPI SetClassCursor(HWND window, HCURSOR cursor);
+/* LoadLibraryW; free the module with FreeLibrary. NULL for a blank name. */
+HMODULE WINAPI LoadDynamicLibrary(const WCHAR *file);
+/* SetMetaFileBitsEx. */
+HMETAFILE WINAPI SetMetaFileBitsSystemIndependent(UINT size, const BYTE *bits);
+
+/* ---- Bitmaps --------------------------------------------------------------
+ * A packed DIB is a BITMAPINFOHEADER (or a larger header), its colour
+ * table, then the bits, as the clipboard's CF_DIB. */
+
+/* A bitmap of the screen's format from a packed DIB of size bytes
+ * (uncompressed, bit fields or RLE); NULL when the header or the size does
+ * not hold. Release with DeleteObject. */
+HBITMAP WINAPI Tavona_DibToDdb(const void *dib, DWORD size);
+/* A packed DIB with bitCount bits per pixel (1, 4, 8, 16, 24, 32; 0 = the
+ * bitmap's own) in movable global memory, or NULL. Release with
+ * GlobalFree. */
+HGLOBAL WINAPI Tavona_DdbToDib(HBITMAP bitmap, WORD bitCount);
+/* A ".bmp" file as a bitmap of the screen's format, or NULL. */
+HBITMAP WINAPI Tavona_LoadBitmapFromFile(const WCHAR *file);
+/* Picture information of file through entry "GetInfo" of the conversion
+ * library "kv32.dll" (searched beside the application and in the system
+ * folders, loaded once and kept until the library unloads), which fills at
+ * most infoSize bytes of info. Returns the entry's result, or -1: reports
+ * 1384 when the library is missing and 1385 when it has no entry. */
+INT WINAPI Tavona_PicConv_GetInfo(const WCHAR *file, void *info, INT infoSize);
 
 TAVONA_END_DECLS
 
