@@ -403,11 +403,8 @@ INT WINAPI Tavona_ReadBox(HWND box, WCHAR separator, UINT flags, WCHAR *out, INT
         one.Append(s, tv::LenBounded(s, 49));
       }
     }
-    int keep = all.Length();
-    if (!all.Append(entry)) {
-      out[keep] = 0;
-      return keep;
-    }
+    if (all.Length() + tv::Len(entry) >= outSize) break;
+    all.Append(entry);
     first = false;
   }
   return all.Length();

@@ -1,1 +1,451 @@
+// The box helpers driven against real list boxes, combo boxes and list
+// views, and against a window of another class that records the messages
+// it receives.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
 #include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#include "tvres.h"
+
+namespace {
+
+std::vector<UINT> g_spied;
+
+LRESULT CALLBACK SpyProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  if (m >= CB_GETEDITSEL && m <= CB_MSGMAX) g_spied.push_back(m);
+  if (m >= LB_ADDSTRING && m <= LB_MSGMAX) g_spied.push_back(m);
+  return DefWindowProcW(w, m, wp, lp);
+}
+
+struct Kind {
+  const wchar_t *cls;
+  DWORD style;
+  bool list;
+};
+const Kind kList = {L"LISTBOX", LBS_NOTIFY | WS_VSCROLL, true};
+const Kind kMultiList = {L"LISTBOX", LBS_MULTIPLESEL | WS_VSCROLL, true};
+const Kind kSortedList = {L"LISTBOX", LBS_SORT, true};
+const Kind kCombo = {L"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL, false};
+const Kind kBoth[] = {kList, kCombo};
+
+class Boxes : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&icc);
+    WNDCLASSW wc = {};
+    wc.lpfnWndProc = SpyProc;
+    wc.hInstance = GetModuleHandleW(nullptr);
+    wc.lpszClassName = L"BoxSpy";
+    RegisterClassW(&wc);
+  }
+  void SetUp() override {
+    parent_ = CreateWindowW(L"STATIC", L"boxes", WS_OVERLAPPEDWINDOW, 0, 0, 400, 400, nullptr,
+                            nullptr, nullptr, nullptr);
+  }
+  void TearDown() override { DestroyWindow(parent_); }
+
+  HWND Make(const Kind &k) {
+    return CreateWindowW(k.cls, L"", WS_CHILD | WS_VISIBLE | k.style, 0, 0, 200, 200, parent_,
+                         nullptr, nullptr, nullptr);
+  }
+  // Entries as "text=data" for comparisons.
+  static std::wstring Dump(HWND box) {
+    std::wstring out;
+    for (int i = 0; i < Tavona_GetBoxCount(box); ++i) {
+      wchar_t text[300];
+      Tavona_GetBoxEntry(box, i, text, 300);
+      if (i) out += L",";
+      out += text;
+      out += L"=" + std::to_wstring(Tavona_GetItemData(box, i));
+    }
+    return out;
+  }
+  static std::wstring Selected(HWND box) {
+    wchar_t text[300] = L"?";
+    Tavona_GetBoxEntry(box, -1, text, 300);
+    return text;
+  }
+  HWND parent_ = nullptr;
+};
+
+TEST_F(Boxes, KindByClassName) {
+  struct Row {
+    const wchar_t *cls;
+    INT kind, isList, isCombo, either;
+  } rows[] = {
+      {L"ListBox", 1, 1, 0, 1}, {L"COMBOBOX", 2, 0, 1, 1}, {WC_LISTVIEWW, 3, 0, 0, 0},
+      {L"EDIT", 0, 0, 0, 0},    {L"BoxSpy", 0, 0, 0, 0},
+  };
+  for (const Row &r : rows) {
+    HWND w = CreateWindowW(r.cls, L"", WS_CHILD, 0, 0, 10, 10, parent_, nullptr, nullptr, nullptr);
+    ASSERT_TRUE(w) << Narrow(r.cls);
+    EXPECT_EQ(Tavona_GetBoxType(w), r.kind) << Narrow(r.cls);
+    EXPECT_EQ(Tavona_IsListBox(w), r.isList) << Narrow(r.cls);
+    EXPECT_EQ(Tavona_IsComboBox(w), r.isCombo) << Narrow(r.cls);
+    EXPECT_EQ(Tavona_IsListOrComboBox(w), r.either) << Narrow(r.cls);
+  }
+  EXPECT_EQ(Tavona_GetBoxType(nullptr), 0);
+}
+
+TEST_F(Boxes, OtherClassesGetComboMessages) {
+  HWND spy = CreateWindowW(L"BoxSpy", L"", WS_CHILD, 0, 0, 10, 10, parent_, nullptr, nullptr,
+                           nullptr);
+  struct Row {
+    const char *what;
+    void (*call)(HWND);
+    UINT expected;
+  } rows[] = {
+      {"count", [](HWND b) { Tavona_GetBoxCount(b); }, CB_GETCOUNT},
+      {"index", [](HWND b) { Tavona_GetBoxIndex(b); }, CB_GETCURSEL},
+      {"add", [](HWND b) { Tavona_AddBoxEntry(b, L"x", 0, -1, 0); }, CB_ADDSTRING},
+      {"insert", [](HWND b) { Tavona_AddBoxEntry(b, L"x", 0, 0, 0); }, CB_INSERTSTRING},
+      {"search", [](HWND b) { Tavona_GetBoxIndexByItemText(b, L"x"); }, CB_FINDSTRINGEXACT},
+      {"reset", [](HWND b) { Tavona_ResetBox(b); }, 0},
+  };
+  for (const Row &r : rows) {
+    g_spied.clear();
+    r.call(spy);
+    if (r.expected == 0) {
+      EXPECT_TRUE(g_spied.empty()) << r.what;
+    } else {
+      ASSERT_FALSE(g_spied.empty()) << r.what;
+      EXPECT_EQ(g_spied.front(), r.expected) << r.what;
+      for (UINT m : g_spied) EXPECT_TRUE(m >= CB_GETEDITSEL && m <= CB_MSGMAX) << r.what << " " << m;
+    }
+  }
+}
+
+TEST_F(Boxes, ResetEmptiesListViews) {
+  HWND lv = CreateWindowW(WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 100, 100, parent_,
+                          nullptr, nullptr, nullptr);
+  LVITEMW item = {};
+  item.mask = LVIF_TEXT;
+  item.pszText = const_cast<wchar_t *>(L"row");
+  SendMessageW(lv, LVM_INSERTITEMW, 0, LPARAM(&item));
+  SendMessageW(lv, LVM_INSERTITEMW, 0, LPARAM(&item));
+  ASSERT_EQ(SendMessageW(lv, LVM_GETITEMCOUNT, 0, 0), 2);
+  Tavona_ResetBox(lv);
+  EXPECT_EQ(SendMessageW(lv, LVM_GETITEMCOUNT, 0, 0), 0);
+  Tavona_ResetBox(nullptr);
+}
+
+TEST_F(Boxes, UniqueAddingSelectsAndReplacesItemData) {
+  for (const Kind &k : kBoth) {
+    HWND b = Make(k);
+    EXPECT_EQ(Tavona_AddBoxEntry(b, L"alpha", 1, -1, 0), 0);
+    EXPECT_EQ(Tavona_AddBoxEntry(b, L"beta", 2, -1, 0), 1);
+    EXPECT_EQ(Tavona_AddBoxEntry(b, L"Beta", 3, -1, TAVONA_ADD_UNIQUE), 1) << Narrow(k.cls);
+    EXPECT_EQ(Dump(b), L"alpha=1,beta=3") << Narrow(k.cls);
+    EXPECT_EQ(Tavona_GetBoxIndex(b), 1) << Narrow(k.cls);
+    // Wrap-around: entry 0 is found too.
+    EXPECT_EQ(Tavona_AddBoxEntry(b, L"ALPHA", 4, -1, TAVONA_ADD_UNIQUE), 0);
+    EXPECT_EQ(Tavona_AddBoxEntry(b, nullptr, 5, 1, 0), 1) << "NULL text inserted at 1";
+    EXPECT_EQ(Dump(b), L"alpha=4,=5,beta=3") << Narrow(k.cls);
+    EXPECT_EQ(Tavona_AddBoxEntry(b, L"far", 6, 99, 0), -1) << "insert past the end";
+  }
+  HWND sorted = Make(kSortedList);
+  Tavona_AddBoxEntry(sorted, L"m", 1, -1, 0);
+  EXPECT_EQ(Tavona_AddBoxEntry(sorted, L"a", 2, -1, 0), 0);
+}
+
+TEST_F(Boxes, SetIndexClampsAndClears) {
+  for (const Kind &k : kBoth) {
+    HWND b = Make(k.list ? kSortedList : k);
+    EXPECT_EQ(Tavona_SetBoxIndex(b, 10), -1) << "empty box: index 0 sent, " << Narrow(k.cls);
+    for (const wchar_t *s : {L"a", L"b", L"c"}) Tavona_AddBoxEntry(b, s, 0, -1, 0);
+    struct Row {
+      INT index, result, selection;
+    } rows[] = {{10, 0, 2}, {3, 0, 2}, {1, 0, 1}, {0, 0, 0}, {-1, -1, -1}, {2, 0, 2}};
+    for (const Row &r : rows) {
+      EXPECT_EQ(Tavona_SetBoxIndex(b, r.index), r.result) << Narrow(k.cls) << " " << r.index;
+      EXPECT_EQ(Tavona_GetBoxIndex(b), r.selection) << Narrow(k.cls) << " " << r.index;
+    }
+  }
+}
+
+TEST_F(Boxes, EntriesAndItemDataByIndexOrSelection) {
+  for (const Kind &k : kBoth) {
+    HWND b = Make(k.list ? kSortedList : k);
+    Tavona_AddBoxEntry(b, L"one", 1, -1, 0);
+    Tavona_AddBoxEntry(b, L"two", 2, -1, 0);
+    wchar_t out[10] = L"junk";
+    EXPECT_EQ(Tavona_GetBoxEntry(b, -1, out, 10), -1) << "no selection";
+    EXPECT_STREQ(out, L"");
+    EXPECT_EQ(Tavona_GetItemData(b, -1), 0);
+    Tavona_SetItemData(b, -5, 77);  // nothing selected: nothing happens
+    EXPECT_EQ(Dump(b), L"one=1,two=2");
+    Tavona_SetBoxIndex(b, 1);
+    EXPECT_EQ(Tavona_GetBoxEntry(b, -1, out, 10), 0);
+    EXPECT_STREQ(out, L"two");
+    wcscpy(out, L"junk");
+    EXPECT_EQ(Tavona_GetBoxEntry(b, 1, out, 3), -1) << "3 characters need 4";
+    EXPECT_STREQ(out, L"");
+    EXPECT_EQ(Tavona_GetBoxEntry(b, 1, out, 4), 0);
+    EXPECT_EQ(Tavona_GetBoxEntry(b, 5, out, 10), -1);
+    Tavona_SetItemData(b, -2, 22);
+    EXPECT_EQ(Tavona_GetItemData(b, -3), 22);
+    // Item data are pointer-sized.
+    const LPARAM wide = LPARAM(sizeof(LPARAM) > 4 ? 0x123456789ABLL : 0x12345678);
+    Tavona_SetItemData(b, 0, wide);
+    EXPECT_EQ(Tavona_GetItemData(b, 0), wide);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, wide), 0);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, 22), 1);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, 5), -1);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"TWO"), 1);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"tw"), -1);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, nullptr), -1);
+    EXPECT_EQ(Tavona_DeleteBoxEntry(b, -1), 0);
+    EXPECT_EQ(Tavona_DeleteBoxEntry(b, -1), -1) << "the selection went with it";
+    EXPECT_EQ(Tavona_DeleteBoxEntry(b, 4), -1);
+    EXPECT_EQ(Dump(b), L"one=" + std::to_wstring(wide));
+  }
+  EXPECT_EQ(Tavona_GetItemData(nullptr, 0), 0);
+  Tavona_SetItemData(nullptr, 0, 1);
+}
+
+TEST_F(Boxes, FindWithTrailingBlanksIgnored) {
+  for (const Kind &k : kBoth) {
+    HWND b = Make(k);
+    const std::wstring y499(499, 'y'), z500(500, 'z');
+    for (const wchar_t *s : {L"ABC", L"abc  ", L"abc\t", L"x", y499.c_str(), z500.c_str()})
+      Tavona_AddBoxEntry(b, s, 0, -1, 0);
+    struct Row {
+      const wchar_t *text;
+      INT start;
+      UINT flags;
+      INT expected;
+    } rows[] = {
+        {L"abc", 0, TAVONA_FIND_TRIMMED, 1},       {L"abc \t ", 0, TAVONA_FIND_TRIMMED, 1},
+        {L"ABC  ", 0, TAVONA_FIND_TRIMMED, 0},     {L"Abc", 0, TAVONA_FIND_TRIMMED, -1},
+        {L"ab", 0, TAVONA_FIND_TRIMMED, -1},       {L"abc", -1, 0, 0},
+        {L"ABC", -1, 0, 0},                        {L"abc  ", 0, 0, 1},
+        {L"x", 3, 0, 3},                           {L"", 0, TAVONA_FIND_TRIMMED, -1},
+        {nullptr, 0, TAVONA_FIND_TRIMMED, -1},
+    };
+    for (const Row &r : rows)
+      EXPECT_EQ(Tavona_FindBoxEntry(b, r.text, r.start, r.flags), r.expected)
+          << Narrow(k.cls) << " '" << Narrow(r.text) << "' start " << r.start;
+    EXPECT_EQ(Tavona_FindBoxEntry(b, std::wstring(499, 'y').c_str(), 0, TAVONA_FIND_TRIMMED), 4);
+    // A text is cut to 499 characters; the 500-character entry is not read.
+    EXPECT_EQ(Tavona_FindBoxEntry(b, (std::wstring(499, 'y') + L"q").c_str(), 0,
+                                  TAVONA_FIND_TRIMMED),
+              4);
+    EXPECT_EQ(Tavona_FindBoxEntry(b, std::wstring(500, 'z').c_str(), 0, TAVONA_FIND_TRIMMED), -1);
+  }
+}
+
+TEST_F(Boxes, FillExtendedFlags) {
+  struct Row {
+    const wchar_t *list;
+    UINT flags;
+    const wchar_t *expected;
+  } rows[] = {
+      {L"Red;Green;;Blue", 0, L"Red=0,Green=0,=0,Blue=0"},
+      {L"Red;1;Green;-2;Blue", TAVONA_FILL_NUMBER, L"Red=1,Green=-2,Blue=0"},
+      {L"A;ff;B;zz;C;7FFFFFFF", TAVONA_FILL_NUMBER | TAVONA_FILL_HEX,
+       L"A=255,B=0,C=2147483647"},
+      {L"a;1;A;2;b;3", TAVONA_FILL_NUMBER | TAVONA_FILL_UNIQUE, L"a=2,b=3"},
+      {L"more", TAVONA_FILL_KEEP, L"old=9,more=0"},
+      {L"", 0, L""},
+      {nullptr, TAVONA_FILL_KEEP, L"old=9"},
+  };
+  for (const Kind &k : kBoth) {
+    for (const Row &r : rows) {
+      HWND b = Make(k);
+      Tavona_AddBoxEntry(b, L"old", 9, -1, 0);
+      Tavona_FillBoxExtended(b, ';', r.list, r.flags);
+      EXPECT_EQ(Dump(b), r.expected) << Narrow(k.cls) << " " << Narrow(r.list) << " " << r.flags;
+    }
+    HWND b = Make(k);
+    Tavona_FillBox(b, '|', L"x|y");
+    EXPECT_EQ(Dump(b), L"x=0,y=0");
+    // Texts longer than 299 characters are cut.
+    Tavona_FillBox(b, '|', (std::wstring(400, 'L') + L"|s").c_str());
+    wchar_t text[400];
+    Tavona_GetBoxEntry(b, 0, text, 400);
+    EXPECT_EQ(wcslen(text), 299u);
+  }
+}
+
+TEST_F(Boxes, StringItemDataAreCopiesReleasedTogether) {
+  for (const Kind &k : kBoth) {
+    HWND b = Make(k);
+    Tavona_FillBoxExtended(b, ',', L"One,id-1,Two,id-2,Three,5,id-3",
+                           TAVONA_FILL_STRING);
+    EXPECT_EQ(Tavona_GetBoxCount(b), 4) << "'5' is taken as a text field";
+    Tavona_DeleteBoxItemDataPointers(b);
+    Tavona_FillBoxExtended(b, ',', L"One,1,id-1,Two,2,id-2", TAVONA_FILL_NUMBER | TAVONA_FILL_STRING);
+    ASSERT_EQ(Tavona_GetBoxCount(b), 2);
+    const wchar_t *s = reinterpret_cast<const wchar_t *>(Tavona_GetItemData(b, 1));
+    ASSERT_TRUE(s);
+    EXPECT_STREQ(s, L"id-2");
+    EXPECT_EQ(Tavona_GetBoxIndexByItemDataString(b, L"id-2"), 1);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemDataString(b, L"ID-2"), -1) << "case-sensitive";
+    EXPECT_EQ(Tavona_GetBoxIndexByItemDataString(b, nullptr), -1);
+    Tavona_AddBoxEntry(b, L"none", 0, 0, 0);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemDataString(b, L"id-1"), 1) << "NULL item data skipped";
+    wchar_t out[200];
+    Tavona_ReadBox(b, ',', TAVONA_FILL_STRING, out, 200);
+    EXPECT_STREQ(out, L"none,,One,id-1,Two,id-2");
+    Tavona_DeleteBoxItemDataPointers(b);
+    Tavona_ResetBox(b);
+  }
+}
+
+TEST_F(Boxes, FillByTableFromResourceStrings) {
+  wchar_t first[200] = {}, second[200] = {};
+  LoadStringW(Tavona_GetResourceModule(), IDS_ESTIMATED_TIME, first, 200);
+  LoadStringW(Tavona_GetResourceModule(), IDS_CAPTION_ERROR, second, 200);
+  ASSERT_NE(first[0], 0);
+  const TAVONA_BOX_ROW table[] = {
+      {IDS_ESTIMATED_TIME, 10, L"first"}, {IDS_CAPTION_ERROR, 20, L"second"}, {9999, 30, L"x"}};
+  std::wstring a = first, b2 = second;
+  struct Row {
+    UINT flags;
+    std::wstring expected;
+  } rows[] = {
+      {0, L"keep=1," + a + L"=0," + b2 + L"=0,=0"},
+      {TAVONA_FILL_NUMBER, L"keep=1," + a + L"=10," + b2 + L"=20,=30"},
+  };
+  for (const Row &r : rows) {
+    HWND box = Make(kCombo);
+    Tavona_AddBoxEntry(box, L"keep", 1, -1, 0);
+    Tavona_FillBoxByTable(box, table, 3, r.flags);
+    EXPECT_EQ(Dump(box), r.expected) << r.flags;
+  }
+  HWND box = Make(kList);
+  Tavona_FillBoxByTable(box, table, 2, TAVONA_FILL_STRING);
+  EXPECT_EQ(Tavona_GetBoxIndexByItemDataString(box, L"second"), 1);
+  Tavona_DeleteBoxItemDataPointers(box);
+  Tavona_FillBoxByTable(box, nullptr, 3, 0);
+  Tavona_FillBoxByTable(box, table, -1, 0);
+}
+
+TEST_F(Boxes, CopyAndDeleteIntersecting) {
+  HWND src = Make(kList), dst = Make(kCombo);
+  Tavona_FillBoxExtended(src, ';', L"a;1;b;2;c;3", TAVONA_FILL_NUMBER);
+  Tavona_AddBoxEntry(dst, L"z", 26, -1, 0);
+  EXPECT_EQ(Tavona_CopyBox(src, dst), 3) << "index of the last entry added";
+  EXPECT_EQ(Dump(dst), L"z=26,a=1,b=2,c=3");
+  HWND other = Make(kList);
+  Tavona_FillBox(other, ';', L"B;z;q");
+  Tavona_DeleteIntersectingBoxEntries(dst, other);
+  EXPECT_EQ(Dump(dst), L"a=1,c=3");
+  EXPECT_EQ(Tavona_CopyBox(Make(kList), dst), 0) << "nothing to copy";
+}
+
+TEST_F(Boxes, MoveEntryUpAndDown) {
+  struct Row {
+    INT index, direction;
+    const wchar_t *expected;
+    INT selection;
+  } rows[] = {
+      {1, TAVONA_MOVE_UP, L"b=2,a=1,c=3", 0},   {1, TAVONA_MOVE_DOWN, L"a=1,c=3,b=2", 2},
+      {0, TAVONA_MOVE_UP, L"a=1,b=2,c=3", 0},   {2, TAVONA_MOVE_DOWN, L"a=1,b=2,c=3", 2},
+      {1, 3, L"a=1,b=2,c=3", 1},                {-1, TAVONA_MOVE_DOWN, L"a=1,c=3,b=2", 2},
+  };
+  for (const Kind &k : kBoth) {
+    for (const Row &r : rows) {
+      HWND b = Make(k);
+      Tavona_FillBoxExtended(b, ';', L"a;1;b;2;c;3", TAVONA_FILL_NUMBER);
+      if (r.index < 0) Tavona_SetBoxIndex(b, 1);
+      Tavona_MoveBoxEntry(b, r.index, r.direction);
+      EXPECT_EQ(Dump(b), r.expected) << Narrow(k.cls) << " " << r.index << "/" << r.direction;
+      if (!k.list) EXPECT_EQ(Tavona_GetBoxIndex(b), r.selection) << r.index << "/" << r.direction;
+      if (k.list) EXPECT_GT(SendMessageW(b, LB_GETSEL, r.selection, 0), 0);
+    }
+  }
+}
+
+TEST_F(Boxes, SelectUnselectAndReadBack) {
+  HWND list = Make(kMultiList), combo = Make(kCombo);
+  for (HWND b : {list, combo}) Tavona_FillBoxExtended(b, ';', L"a;1;b;2;c;3;d;4", TAVONA_FILL_NUMBER);
+  EXPECT_EQ(Tavona_SelectBoxEntries(list, ';', L"B;d;nope", 0), 2);
+  EXPECT_EQ(SendMessageW(list, LB_GETSELCOUNT, 0, 0), 2);
+  EXPECT_EQ(Tavona_SelectBoxEntries(list, ';', L"a", TAVONA_FILL_KEEP), 1);
+  EXPECT_EQ(SendMessageW(list, LB_GETSELCOUNT, 0, 0), 3);
+  EXPECT_EQ(Tavona_SelectBoxEntries(list, ';', L"", 0), 0);
+  EXPECT_EQ(SendMessageW(list, LB_GETSELCOUNT, 0, 0), 0);
+  // A fill list selects its own entries: the number fields are skipped.
+  EXPECT_EQ(Tavona_SelectBoxEntries(list, ';', L"c;3;a;1", TAVONA_FILL_NUMBER), 2);
+  EXPECT_EQ(Tavona_SelectBoxEntries(combo, ';', L"c;a", 0), 2);
+  EXPECT_EQ(Tavona_GetBoxIndex(combo), 0) << "the last item found is current";
+
+  struct Row {
+    HWND box;
+    UINT flags;
+    int size;
+    const wchar_t *expected;
+  } rows[] = {
+      {list, 0, 100, L"a;b;c;d"},
+      {list, TAVONA_READ_SELECTED, 100, L"a;c"},
+      {list, TAVONA_READ_SELECTED | TAVONA_FILL_NUMBER, 100, L"a;1;c;3"},
+      {combo, TAVONA_READ_SELECTED, 100, L"a"},
+      {combo, TAVONA_FILL_NUMBER, 100, L"a;1;b;2;c;3;d;4"},
+      {combo, TAVONA_FILL_NUMBER, 8, L"a;1;b;2"},  // ends after a whole entry
+      {combo, TAVONA_FILL_NUMBER, 7, L"a;1"},
+      {combo, 0, 1, L""},
+  };
+  for (const Row &r : rows) {
+    wchar_t out[100];
+    int n = Tavona_ReadBox(r.box, ';', r.flags, out, r.size);
+    EXPECT_STREQ(out, r.expected) << r.flags << " size " << r.size;
+    EXPECT_EQ(n, int(wcslen(r.expected)));
+  }
+  EXPECT_EQ(Tavona_ReadBox(list, ';', 0, nullptr, 10), 0);
+  // Round trip: what was read fills an equal box.
+  wchar_t out[100];
+  Tavona_ReadBox(combo, ';', TAVONA_FILL_NUMBER, out, 100);
+  HWND copy = Make(kList);
+  Tavona_FillBoxExtended(copy, ';', out, TAVONA_FILL_NUMBER);
+  EXPECT_EQ(Dump(copy), Dump(combo));
+
+  Tavona_UnselectAllBoxEntries(list);
+  EXPECT_EQ(SendMessageW(list, LB_GETSELCOUNT, 0, 0), 0);
+  EXPECT_EQ(Tavona_UnselectAllBoxEntries(combo), -1) << "clearing reports as the control does";
+  EXPECT_EQ(Tavona_GetBoxIndex(combo), -1);
+}
+
+TEST_F(Boxes, LanguagesFromResourceAndInstalledLocales) {
+  HWND b = Make(kCombo);
+  Tavona_AddBoxEntry(b, L"stale", 0, -1, 0);
+  EXPECT_TRUE(Tavona_FillLanguagesBox(b));
+  wchar_t pairs[1024] = {};
+  ASSERT_GT(LoadStringW(Tavona_GetResourceModule(), IDS_LANGUAGE_LIST, pairs, 1024), 0);
+  std::vector<std::wstring> tokens;
+  std::wstring all = pairs;
+  for (size_t from = 0;;) {
+    size_t bar = all.find(L'|', from);
+    tokens.push_back(all.substr(from, bar == std::wstring::npos ? bar : bar - from));
+    if (bar == std::wstring::npos) break;
+    from = bar + 1;
+  }
+  ASSERT_EQ(tokens.size() % 2, 0u);
+  EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"stale"), -1);
+  for (size_t i = 0; i < tokens.size(); i += 2) {
+    INT at = Tavona_GetBoxIndexByItemText(b, tokens[i + 1].c_str());
+    EXPECT_GE(at, 0) << Narrow(tokens[i + 1]);
+    EXPECT_EQ(Tavona_GetItemData(b, at), _wtol(tokens[i].c_str())) << Narrow(tokens[i + 1]);
+  }
+  wchar_t name[100];
+  GetLocaleInfoW(0x0407, LOCALE_SLANGUAGE, name, 100);
+  INT german = Tavona_GetBoxIndexByItemText(b, name);
+  EXPECT_GE(german, 0) << Narrow(name);
+  EXPECT_EQ(Tavona_GetItemData(b, german), 0x0407);
+  std::set<std::wstring> seen;
+  for (int i = 0; i < Tavona_GetBoxCount(b); ++i) {
+    wchar_t text[300];
+    Tavona_GetBoxEntry(b, i, text, 300);
+    EXPECT_TRUE(seen.insert(_wcsupr(text)).second) << "twice: " << Narrow(text);
+  }
+  EXPECT_GT(seen.size(), tokens.size() / 2);
+}
+
+}  // namespace
