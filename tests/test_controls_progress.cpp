@@ -1,1 +1,331 @@
+// The progress indicator against the real dialog templates of both
+// languages: its bar checked pixel by pixel, the remaining time, cancel with
+// its question, and the owner enabled again whatever happens.
+#include <tavona/tavona32.h>
+
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "frame/globals.h"
+#include "frame/wndclasses.h"
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+std::wstring BinDir() {
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  std::wstring dir = path;
+  return dir.substr(0, dir.rfind(L'\\') + 1);
+}
+
+HMODULE Resources(const wchar_t *lang) {
+  static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+  static HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+  return lang[0] == 'd' ? de : en;
+}
+
+std::wstring ResString(UINT id) {
+  wchar_t buf[300] = {};
+  LoadStringW(tv::g.resources, id, buf, 300);
+  return buf;
+}
+
+uint32_t Rgb(COLORREF c) { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); }
+
+int g_reports = 0;
+INT g_answer = IDNO;
+INT WINAPI CountingReporter(const WCHAR *) {
+  ++g_reports;
+  return g_answer;
+}
+
+class Progress : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    tv::InitPortableGlobals();
+    tv::InitSecondGlobals();
+    tv::g.instance = GetModuleHandleW(nullptr);
+    tv::g.resources = Resources(L"en");
+    Tavona_SetErrorHandlerCallback(nullptr);
+    Tavona_SetErrorHandlingMode(0);
+    owner_ = CreateWindowW(L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                           nullptr, nullptr, nullptr, nullptr);
+    g_reports = 0;
+  }
+  void TearDown() override {
+    Tavona_SetErrorHandlerCallback(nullptr);
+    DestroyWindow(owner_);
+  }
+
+  // The inner bar in window coordinates of the dialog (as Capture sees it).
+  static RECT InnerBar(HWND dialog) {
+    RECT win, bar;
+    GetWindowRect(dialog, &win);
+    GetWindowRect(GetDlgItem(dialog, IDC_PROGRESS_BAR), &bar);
+    OffsetRect(&bar, -win.left, -win.top);
+    InflateRect(&bar, -1, -1);
+    return bar;
+  }
+  // Columns of the inner bar in the done colour, checked along its middle
+  // row; every other column must show the remaining colour.
+  static int DoneColumns(HWND dialog, COLORREF done, COLORREF remaining, std::string &bad) {
+    tvui::Image img = tvui::Capture(dialog);
+    RECT bar = InnerBar(dialog);
+    int y = (bar.top + bar.bottom) / 2, count = 0;
+    bool inRemaining = false;
+    for (int x = bar.left; x < bar.right; ++x) {
+      uint32_t px = img.At(x, y);
+      if (px == Rgb(done) && !inRemaining) {
+        ++count;
+      } else if (px == Rgb(remaining)) {
+        inRemaining = true;
+      } else if (bad.empty()) {
+        bad = "column " + std::to_string(x - bar.left) + " has " + std::to_string(px);
+      }
+    }
+    // Just outside the bar the dialog's face shows, not the bar colours.
+    uint32_t outside = img.At(bar.right + 2, y);
+    if (outside == Rgb(done) && bad.empty()) bad = "bar painted outside its frame";
+    return count;
+  }
+
+  HWND owner_ = nullptr;
+};
+
+TEST_F(Progress, OwnerDisabledWhileShownAndBoundsRepaired) {
+  for (INT upper : {0, -5, 1}) {
+    HWND p = Tavona_CreateProgressIndicator(owner_, L"Working", 0, upper);
+    ASSERT_TRUE(p);
+    EXPECT_FALSE(IsWindowEnabled(owner_));
+    wchar_t title[50];
+    GetWindowTextW(p, title, 50);
+    EXPECT_STREQ(title, L"Working");
+    // The upper bound became 1: position 1 fills the whole bar.
+    Tavona_UpdateProgressIndicator(p, 1);
+    std::string bad;
+    EXPECT_EQ(DoneColumns(p, GetSysColor(COLOR_ACTIVECAPTION), GetSysColor(COLOR_WINDOW), bad),
+              InnerBar(p).right - InnerBar(p).left)
+        << upper << " " << bad;
+    Tavona_DestroyProgressIndicator(p);
+    EXPECT_TRUE(IsWindowEnabled(owner_));
+    EXPECT_FALSE(IsWindow(p));
+  }
+  // Destroyed with its owner: the record goes, and nothing is left disabled.
+  HWND other = CreateWindowW(L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 50, 50, nullptr, nullptr,
+                             nullptr, nullptr);
+  HWND p = Tavona_CreateProgressIndicator(other, L"x", 0, 10);
+  DestroyWindow(p);
+  EXPECT_TRUE(IsWindowEnabled(other));
+  Tavona_UpdateProgressIndicator(p, 5);
+  Tavona_DestroyProgressIndicator(p);
+  DestroyWindow(other);
+  // NULL handles are ignored.
+  Tavona_UpdateProgressIndicator(nullptr, 1);
+  Tavona_SetProgressIndicatorBounds(nullptr, 0, 1);
+  Tavona_SetProgressIndicatorColor(nullptr, 0);
+  Tavona_SetProgressIndicatorText(nullptr, L"x");
+  EXPECT_EQ(Tavona_CheckProgressIndicatorAborted(nullptr), 0);
+  Tavona_DestroyProgressIndicator(nullptr);
+}
+
+TEST_F(Progress, LoopOfThousandUpdatesPaintsTheBar) {
+  for (const wchar_t *lang : {L"en", L"de"}) {
+    tv::g.resources = Resources(lang);
+    for (UINT flags : {0u, UINT(TAVONA_PROGRESS_LARGE)}) {
+      HWND p = Tavona_CreateProgressIndicatorExtended(owner_, L"Copying files", 0, 1000,
+                                                      flags | TAVONA_PROGRESS_TIME);
+      ASSERT_TRUE(p);
+      Tavona_SetProgressIndicatorText(p, L"C:\\Data\\Reports\\2026\\November\\summary.txt");
+      RECT bar = InnerBar(p);
+      const int w = bar.right - bar.left;
+      const COLORREF done = GetSysColor(COLOR_ACTIVECAPTION), rest = GetSysColor(COLOR_WINDOW);
+      for (int i = 0; i <= 1000; ++i) {
+        Tavona_UpdateProgressIndicator(p, i);
+        EXPECT_EQ(Tavona_CheckProgressIndicatorAborted(p), 0);
+        if (i % 500) continue;
+        std::string bad;
+        int columns = DoneColumns(p, done, rest, bad);
+        EXPECT_EQ(columns, w * i / 1000) << Narrow(lang) << " " << flags << " at " << i;
+        EXPECT_EQ(bad, "") << Narrow(lang) << " at " << i;
+        std::wstring name = std::wstring(L"progress_") + lang +
+                            (flags ? L"_large_" : L"_") + std::to_wstring(i / 10);
+        tvui::SaveScreenshot(p, name);
+      }
+      wchar_t time[200];
+      GetDlgItemTextW(p, IDC_PROGRESS_TIME, time, 200);
+      EXPECT_EQ(std::wstring(time).rfind(ResString(IDS_ESTIMATED_TIME) + L" ", 0), 0u)
+          << Narrow(time);
+      Tavona_DestroyProgressIndicator(p);
+    }
+  }
+}
+
+// A lower bound other than 0 offsets the bar: the position is not taken
+// relative to it.
+TEST_F(Progress, LowerBoundOffsetsTheBar) {
+  const COLORREF done = RGB(200, 0, 0), rest = GetSysColor(COLOR_WINDOW);
+  struct Row {
+    INT lower, upper, position;
+    int numerator, denominator;  // of the bar width shown done
+  } rows[] = {
+      {10, 20, 15, 1, 1},  // 15/10 of the width: all of it, nothing beyond
+      {10, 20, 5, 1, 2},   {10, 20, 10, 1, 1},  {0, 4, 1, 1, 4},
+      {0, 4, -2, 0, 1},    {20, 10, 15, 0, 1},  // empty range: no done part
+  };
+  for (const Row &r : rows) {
+    HWND p = Tavona_CreateProgressIndicator(owner_, L"Offset", 0, 100);
+    Tavona_SetProgressIndicatorColor(p, done);
+    Tavona_SetProgressIndicatorBounds(p, r.lower, r.upper);
+    Tavona_UpdateProgressIndicator(p, r.position);
+    RECT bar = InnerBar(p);
+    int w = bar.right - bar.left;
+    std::string bad;
+    EXPECT_EQ(DoneColumns(p, done, rest, bad), w * r.numerator / r.denominator)
+        << r.lower << ".." << r.upper << " at " << r.position;
+    EXPECT_EQ(bad, "") << r.lower << ".." << r.upper << " at " << r.position;
+    Tavona_DestroyProgressIndicator(p);
+  }
+}
+
+int g_paints = 0;
+LRESULT CALLBACK CountPaints(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  if (m == WM_PAINT) ++g_paints;
+  return Call_HookOriginalCallback(w, L"PaintCounter", m, wp, lp);
+}
+
+TEST_F(Progress, RepaintsOnlyWhenTheWidthChanges) {
+  HWND p = Tavona_CreateProgressIndicator(owner_, L"Paints", 0, 100000);
+  ASSERT_EQ(Hook_Window(p, CountPaints, L"PaintCounter", 0, nullptr), 0);
+  g_paints = 0;
+  UpdateWindow(p);
+  EXPECT_EQ(g_paints, 1) << "the first paint shows width 0";
+  // The full width times these positions over 100000 stays 0 as painted.
+  for (int i = 0; i < 5; ++i) Tavona_UpdateProgressIndicator(p, i);
+  EXPECT_EQ(g_paints, 1);
+  Tavona_UpdateProgressIndicator(p, 50000);
+  EXPECT_EQ(g_paints, 2);
+  Tavona_UpdateProgressIndicator(p, 50001);
+  EXPECT_EQ(g_paints, 3) << "full and inner widths differ, so this repaints";
+  Tavona_SetProgressIndicatorBounds(p, 0, 100000);
+  EXPECT_EQ(g_paints, 4) << "new bounds repaint at once";
+  Tavona_SetProgressIndicatorColor(p, RGB(1, 2, 3));
+  EXPECT_EQ(g_paints, 5);
+  Unhook_Window(p, L"PaintCounter");
+  Tavona_DestroyProgressIndicator(p);
+}
+
+TEST_F(Progress, RemainingTimeAtPositionZero) {
+  HWND p = Tavona_CreateProgressIndicatorExtended(owner_, L"Time", 0, 10, TAVONA_PROGRESS_TIME);
+  wchar_t time[200] = L"?";
+  GetDlgItemTextW(p, IDC_PROGRESS_TIME, time, 200);
+  EXPECT_STREQ(time, L"") << "emptied when created";
+  Sleep(20);
+  Tavona_UpdateProgressIndicator(p, 0);  // divides by 1, not 0
+  GetDlgItemTextW(p, IDC_PROGRESS_TIME, time, 200);
+  EXPECT_EQ(std::wstring(time).rfind(ResString(IDS_ESTIMATED_TIME), 0), 0u) << Narrow(time);
+  Tavona_DestroyProgressIndicator(p);
+  // Without the flag the line stays empty.
+  p = Tavona_CreateProgressIndicator(owner_, L"Time", 0, 10);
+  Tavona_UpdateProgressIndicator(p, 5);
+  GetDlgItemTextW(p, IDC_PROGRESS_TIME, time, 200);
+  EXPECT_STREQ(time, L"");
+  Tavona_DestroyProgressIndicator(p);
+}
+
+int g_posted = 0;
+LRESULT CALLBACK CountPosted(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  if (m == WM_APP + 1) ++g_posted;
+  return Call_HookOriginalCallback(w, L"PostCounter", m, wp, lp);
+}
+
+TEST_F(Progress, AbortCheckHandlesOneMessageAndAsks) {
+  HWND p = Tavona_CreateProgressIndicator(owner_, L"Abort", 0, 10);
+  Hook_Window(owner_, CountPosted, L"PostCounter", 0, nullptr);
+  MSG m;
+  while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&m);
+  g_posted = 0;
+  for (int i = 0; i < 3; ++i) PostMessageW(owner_, WM_APP + 1, 0, 0);
+  Tavona_CheckProgressIndicatorAborted(p);
+  EXPECT_EQ(g_posted, 1);
+  Tavona_CheckProgressIndicatorAborted(p);
+  Tavona_CheckProgressIndicatorAborted(p);
+  EXPECT_EQ(g_posted, 3);
+  Unhook_Window(owner_, L"PostCounter");
+
+  Tavona_SetErrorHandlerCallback(CountingReporter);
+  struct Row {
+    UINT flags;
+    INT answer;
+    int expected, reports;
+  } rows[] = {{0, IDNO, 0, 1}, {0, IDYES, 1, 1}, {0, IDCANCEL, 0, 1},
+              {TAVONA_PROGRESS_NOCANCEL, IDYES, 0, 0}};
+  for (const Row &r : rows) {
+    HWND q = Tavona_CreateProgressIndicatorExtended(owner_, L"Abort", 0, 10, r.flags);
+    EXPECT_EQ(IsWindowVisible(GetDlgItem(q, IDCANCEL)) != 0, !(r.flags & TAVONA_PROGRESS_NOCANCEL));
+    g_reports = 0;
+    g_answer = r.answer;
+    // Escape and the button both send IDCANCEL.
+    SendMessageW(q, WM_COMMAND, IDCANCEL, 0);
+    EXPECT_EQ(Tavona_CheckProgressIndicatorAborted(q), r.expected) << r.flags << "/" << r.answer;
+    EXPECT_EQ(g_reports, r.reports);
+    EXPECT_EQ(Tavona_CheckProgressIndicatorAborted(q), 0) << "the request was cleared";
+    EXPECT_EQ(g_reports, r.reports);
+    Tavona_DestroyProgressIndicator(q);
+  }
+  Tavona_DestroyProgressIndicator(p);
+}
+
+// The cancel button pressed for real: "no" goes on, "yes" stops the loop.
+TEST_F(Progress, CancelAnsweredNoThenYes) {
+  for (const wchar_t *lang : {L"en", L"de"}) {
+    tv::g.resources = Resources(lang);
+    std::wstring caption = std::wstring(L"Cancel test ") + lang;
+    struct Outcome {
+      int aborted = 0, iterations = 0;
+    };
+    tvui::Script script = [&](tvui::Session &s) {
+      // Created under the template's caption, renamed at once.
+      HWND dlg = s.WaitAnyDialog();
+      s.Click(dlg, IDCANCEL);
+      tvui::Box no = s.WaitMessageBox();
+      EXPECT_EQ(no.icon, UINT(MB_ICONQUESTION));
+      EXPECT_EQ(no.buttons, (std::vector<int>{IDYES, IDNO}));
+      s.Screenshot(no.hwnd, std::wstring(L"progress_cancel_question_") + lang);
+      s.Answer(no, IDNO);
+      s.Click(dlg, IDCANCEL);
+      tvui::Box yes = s.WaitMessageBox();
+      s.Answer(yes, IDYES);
+    };
+    Outcome o = tvui::RunModal(
+        [&] {
+          Outcome out;
+          HWND p = Tavona_CreateProgressIndicator(owner_, caption.c_str(), 0, 1000000);
+          auto start = std::chrono::steady_clock::now();
+          for (int i = 0; i < 1000000; ++i) {
+            Tavona_UpdateProgressIndicator(p, i);
+            out.iterations = i;
+            if (Tavona_CheckProgressIndicatorAborted(p)) {
+              out.aborted = 1;
+              break;
+            }
+            if (std::chrono::steady_clock::now() - start > std::chrono::seconds(8)) break;
+            Sleep(1);
+          }
+          Tavona_DestroyProgressIndicator(p);
+          return out;
+        },
+        script);
+    EXPECT_EQ(o.aborted, 1) << Narrow(lang);
+    EXPECT_TRUE(IsWindowEnabled(owner_));
+  }
+}
+
+}  // namespace
