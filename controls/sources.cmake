@@ -3,7 +3,8 @@ tavona_sources(WINDOWS controls/boxes.cpp controls/progress.cpp controls/windows
 
 tavona_test(controls_boxes_tests WINDOWS UI SOURCES tests/test_controls_boxes.cpp)
 tavona_test(controls_progress_tests WINDOWS UI INTERNAL SOURCES tests/test_controls_progress.cpp)
-tavona_test(controls_windows_tests WINDOWS UI INTERNAL SOURCES tests/test_controls_windows.cpp)
+tavona_test(controls_windows_tests WINDOWS UI INTERNAL SOURCES tests/test_controls_windows.cpp
+  tests/test_controls_windows.rc)
 if(WIN32 AND TAVONA_RUN_TESTS)
   # Two stand-ins for the picture conversion library, with and without its
   # entry; the tests copy one of them beside the test program.

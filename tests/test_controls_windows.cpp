@@ -1,1 +1,807 @@
+// Tab pages, the temporary, status and popup windows, window hooks and the
+// edit hooks, message helpers, window placement, bitmaps from real BMP
+// files and the picture conversion library.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
+#include <dde.h>
 #include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstring>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "controls/smallwnd.h"
+#include "frame/globals.h"
+#include "frame/wndclasses.h"
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+constexpr UINT kPageName = 100, kPageMail = 101, kPageEdit = 200;
+
+std::wstring BinDir() {
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  std::wstring dir = path;
+  return dir.substr(0, dir.rfind(L'\\') + 1);
+}
+
+uint32_t Rgb(COLORREF c) { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); }
+
+void Pump(int ms) {
+  auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(ms);
+  MSG m;
+  while (std::chrono::steady_clock::now() < end) {
+    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&m);
+    Sleep(5);
+  }
+}
+
+std::vector<std::wstring> g_reports;
+INT WINAPI Reporter(const WCHAR *text) {
+  g_reports.push_back(text);
+  return IDOK;
+}
+
+class SmallWindows : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    tv::InitPortableGlobals();
+    tv::InitSecondGlobals();
+    tv::g.instance = GetModuleHandleW(nullptr);
+    tv::g.resources = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+    tv::RegisterWindowClasses(tv::g.instance);
+    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_TAB_CLASSES};
+    InitCommonControlsEx(&icc);
+  }
+  void SetUp() override {
+    Tavona_SetErrorHandlerCallback(Reporter);
+    g_reports.clear();
+    top_ = CreateWindowW(L"TAVONA_STATUS_32", L"top", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10,
+                         500, 400, nullptr, nullptr, nullptr, nullptr);
+    SetForegroundWindow(top_);
+  }
+  void TearDown() override {
+    DestroyWindow(top_);
+    Tavona_SetErrorHandlerCallback(nullptr);
+  }
+  HWND Child(const wchar_t *cls, DWORD style = 0, int x = 0, int y = 0, int w = 80, int h = 20,
+             int id = 0) {
+    return CreateWindowW(cls, L"", WS_CHILD | WS_VISIBLE | style, x, y, w, h, top_,
+                         reinterpret_cast<HMENU>(INT_PTR(id)), nullptr, nullptr);
+  }
+  HWND top_ = nullptr;
+};
+
+// ---- Temporary window --------------------------------------------------------
+
+TEST_F(SmallWindows, TempWindowCentredSizedAndTimed) {
+  HWND focus = Child(L"EDIT", WS_BORDER);
+  SetFocus(focus);
+  HWND w = Tavona_DisplayTempWindExt(L"Saved.", 5, RGB(255, 255, 200));
+  ASSERT_TRUE(w);
+  EXPECT_EQ(GetFocus(), focus) << "the focus stays where it was";
+  wchar_t cls[50];
+  GetClassNameW(w, cls, 50);
+  EXPECT_STREQ(cls, L"TAVONATEMPWIND32");
+  EXPECT_EQ(DWORD(GetWindowLongW(w, GWL_STYLE)) & 0x80800001u, 0x80800001u);
+  RECT r;
+  GetWindowRect(w, &r);
+  HDC screen = GetDC(nullptr);
+  EXPECT_EQ(r.right - r.left, 250);
+  EXPECT_EQ(r.left, (GetDeviceCaps(screen, HORZRES) - 250) / 2);
+  EXPECT_EQ(r.top, (GetDeviceCaps(screen, VERTRES) - (r.bottom - r.top)) / 2);
+  ReleaseDC(nullptr, screen);
+  EXPECT_GT(r.bottom - r.top, 24) << "text height + 24";
+  tvui::Image img = tvui::Capture(w);
+  EXPECT_EQ(img.At(3, 3), Rgb(RGB(255, 255, 200)));
+  auto start = std::chrono::steady_clock::now();
+  MSG m;
+  while (IsWindow(w) && std::chrono::steady_clock::now() - start < std::chrono::seconds(5)) {
+    while (PeekMessageW(&m, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&m);
+    Sleep(5);
+  }
+  auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(
+                std::chrono::steady_clock::now() - start).count();
+  EXPECT_FALSE(IsWindow(w));
+  EXPECT_GE(ms, 400);
+  EXPECT_LT(ms, 2000);
+}
+
+TEST_F(SmallWindows, TempWindowDefaultsAndTexts) {
+  struct Row {
+    INT time, stored;
+  } rows[] = {{0, 30000}, {-3, 30000}, {1, 1}, {70, 70}};
+  for (const Row &r : rows) {
+    HWND w = Tavona_DisplayTempWindExt(L"x", r.time, 0);
+    auto *rec = reinterpret_cast<tv::TempWindRecord *>(GetWindowLongPtrW(w, 0));
+    ASSERT_TRUE(rec);
+    EXPECT_EQ(rec->displayTime, r.stored) << r.time;
+    // Black means no fill: the class's light grey shows.
+    EXPECT_EQ(tvui::Capture(w).At(3, 3), 0xC0C0C0u);
+    DestroyWindow(w);
+  }
+  EXPECT_FALSE(Tavona_DisplayTempWind(tv::g.resources, 9999, 5, 0)) << "missing string";
+  HWND w = Tavona_DisplayTempWind(tv::g.resources, IDS_ESTIMATED_TIME, 5, 0);
+  ASSERT_TRUE(w);
+  auto *rec = reinterpret_cast<tv::TempWindRecord *>(GetWindowLongPtrW(w, 0));
+  wchar_t expected[100];
+  LoadStringW(tv::g.resources, IDS_ESTIMATED_TIME, expected, 100);
+  EXPECT_STREQ(rec->text, expected);
+  DestroyWindow(w);
+  struct Shot {
+    const wchar_t *name, *text;
+    COLORREF background;
+  } shots[] = {
+      {L"tempwind_en", L"The settings were saved. They take effect the next time the "
+                       L"application starts.", RGB(255, 255, 225)},
+      {L"tempwind_de", L"Die Einstellungen wurden gespeichert. Sie gelten ab dem nächsten "
+                       L"Start der Anwendung.", RGB(255, 255, 225)},
+      {L"tempwind_nofill", L"Kurz", 0},
+  };
+  for (const Shot &s : shots) {
+    HWND t = Tavona_DisplayTempWindExt(s.text, 50, s.background);
+    tvui::Image img = tvui::Capture(t);
+    RECT c;
+    GetClientRect(t, &c);
+    // Word-wrapped and centred: some text pixels in the middle rows.
+    int dark = 0;
+    for (int y = 2; y < img.height - 2; ++y)
+      for (int x = 2; x < img.width - 2; ++x)
+        if ((img.At(x, y) & 0xC0C0C0) == 0) ++dark;
+    if (s.background) EXPECT_GT(dark, 0) << Narrow(s.name);
+    tvui::SaveScreenshot(t, s.name);
+    DestroyWindow(t);
+  }
+}
+
+// ---- Status and popup windows ------------------------------------------------
+
+TEST_F(SmallWindows, StatusClassIsAPlainWindow) {
+  HWND s = Child(L"TAVONA_STATUS_32");
+  ASSERT_TRUE(s);
+  SetWindowTextW(s, L"Ready");
+  wchar_t text[20];
+  GetWindowTextW(s, text, 20);
+  EXPECT_STREQ(text, L"Ready");
+}
+
+TEST_F(SmallWindows, PopupBelowItsAnchorOneAtATime) {
+  HWND anchor = Child(L"BUTTON", 0, 20, 20, 60, 24);
+  EXPECT_FALSE(Tavona_ShowPopup(anchor, L"  "));
+  EXPECT_FALSE(Tavona_ShowPopup(nullptr, L"x"));
+  HWND first = Tavona_ShowPopup(anchor, L"Open a file");
+  ASSERT_TRUE(first);
+  wchar_t cls[50];
+  GetClassNameW(first, cls, 50);
+  EXPECT_STREQ(cls, L"TAVONA_POPUP_32");
+  EXPECT_TRUE(IsWindowVisible(first));
+  EXPECT_NE(GetActiveWindow(), first);
+  RECT a, p;
+  GetWindowRect(anchor, &a);
+  GetWindowRect(first, &p);
+  EXPECT_EQ(p.left, a.left);
+  EXPECT_GE(p.top, a.bottom);
+  tvui::Image img = tvui::Capture(first);
+  EXPECT_EQ(img.At(2, 2), Rgb(GetSysColor(COLOR_INFOBK)));
+  tvui::SaveScreenshot(first, L"popup");
+  HWND second = Tavona_ShowPopup(anchor, L"Save the file under another name");
+  EXPECT_FALSE(IsWindow(first));
+  RECT q;
+  GetWindowRect(second, &q);
+  EXPECT_GT(q.right - q.left, p.right - p.left) << "sized to its text";
+  Tavona_DestroyPopup();
+  EXPECT_FALSE(IsWindow(second));
+  Tavona_DestroyPopup();
+}
+
+// ---- Tab control ---------------------------------------------------------------
+
+struct PageState {
+  bool needsFocus = false;
+  int confirmed = 0;
+};
+
+INT_PTR CALLBACK PageProc(HWND dlg, UINT m, WPARAM wp, LPARAM lp) {
+  if (m == WM_INITDIALOG) {
+    SetWindowLongPtrW(dlg, DWLP_USER, lp);
+    return TRUE;
+  }
+  auto *state = reinterpret_cast<PageState *>(GetWindowLongPtrW(dlg, DWLP_USER));
+  if (m == WM_COMMAND && LOWORD(wp) == IDOK && state) {
+    ++state->confirmed;
+    if (state->needsFocus) SetFocus(GetDlgItem(dlg, kPageEdit));
+    return TRUE;
+  }
+  return FALSE;
+}
+
+TEST_F(SmallWindows, TabPagesShownAndConfirmed) {
+  HWND tab = Child(WC_TABCONTROLW, WS_CLIPSIBLINGS, 10, 10, 400, 300);
+  HINSTANCE inst = GetModuleHandleW(nullptr);
+  PageState states[3];
+  EXPECT_FALSE(Tavona_AddTabControlItemExt(nullptr, -1, inst, kPageName, PageProc, 0));
+  EXPECT_FALSE(Tavona_AddTabControlItemExt(tab, -1, inst, 0, PageProc, 0));
+  EXPECT_FALSE(Tavona_AddTabControlItemExt(tab, -1, inst, kPageName, nullptr, 0));
+  EXPECT_EQ(Tavona_AddTabControlItem(tab, -1, inst, 999, PageProc, 0), -1);
+  HWND name = Tavona_AddTabControlItemExt(tab, -1, inst, kPageName, PageProc, LPARAM(&states[0]));
+  HWND mail = Tavona_AddTabControlItemExt(tab, -1, inst, kPageMail, PageProc, LPARAM(&states[1]));
+  EXPECT_EQ(Tavona_AddTabControlItem(tab, 0, inst, kPageMail, PageProc, LPARAM(&states[2])), 0);
+  ASSERT_TRUE(name && mail);
+  EXPECT_EQ(GetParent(name), top_);
+  ASSERT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 3);
+  const wchar_t *titles[] = {L"Mail", L"Name", L"Mail"};
+  for (int i = 0; i < 3; ++i) {
+    wchar_t text[50] = {};
+    TCITEMW item = {};
+    item.mask = TCIF_TEXT | TCIF_PARAM;
+    item.pszText = text;
+    item.cchTextMax = 50;
+    SendMessageW(tab, TCM_GETITEMW, i, LPARAM(&item));
+    EXPECT_STREQ(text, titles[i]) << i;
+    if (i == 1) EXPECT_EQ(HWND(item.lParam), name);
+    if (i == 2) EXPECT_EQ(HWND(item.lParam), mail);
+  }
+  Tavona_SetActiveTabControl(tab, 1);
+  EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 1);
+  EXPECT_TRUE(IsWindowVisible(name));
+  EXPECT_FALSE(IsWindowVisible(mail));
+  RECT area, page;
+  GetClientRect(tab, &area);
+  SendMessageW(tab, TCM_ADJUSTRECT, FALSE, LPARAM(&area));
+  MapWindowPoints(tab, top_, reinterpret_cast<POINT *>(&area), 2);
+  GetWindowRect(name, &page);
+  MapWindowPoints(nullptr, top_, reinterpret_cast<POINT *>(&page), 2);
+  EXPECT_TRUE(EqualRect(&area, &page));
+  SendMessageW(tab, TCM_SETCURSEL, 2, 0);
+  Tavona_ShowTabControlItem(tab, -1);
+  EXPECT_TRUE(IsWindowVisible(mail));
+  EXPECT_FALSE(IsWindowVisible(name));
+  tvui::SaveScreenshot(top_, L"tabs");
+
+  // Nothing moves the focus: every page confirmed, the tab before is back.
+  SetFocus(tab);
+  SendMessageW(tab, TCM_SETCURSEL, 0, 0);
+  EXPECT_EQ(Tavona_ConfirmAllTabControlItems(tab), nullptr);
+  for (const PageState &s : states) EXPECT_EQ(s.confirmed, 1);
+  EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 0);
+  // The page of the second tab wants attention: stop there.
+  states[0].needsFocus = true;
+  SetFocus(tab);
+  EXPECT_EQ(Tavona_ConfirmAllTabControlItems(tab), GetDlgItem(name, kPageEdit));
+  EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 1);
+  EXPECT_TRUE(IsWindowVisible(name));
+  EXPECT_EQ(states[2].confirmed, 2);
+  EXPECT_EQ(states[1].confirmed, 1) << "the third tab was not reached";
+}
+
+// ---- Hooks ----------------------------------------------------------------------
+
+std::vector<UINT> g_seen;
+LRESULT CALLBACK Recording(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  g_seen.push_back(m);
+  return Call_HookOriginalCallback(w, L"Rec", m, wp, lp);
+}
+
+TEST_F(SmallWindows, WindowHookByProperty) {
+  HWND w = Child(L"EDIT");
+  SetWindowTextW(w, L"hello");
+  WNDPROC original = WNDPROC(GetWindowLongPtrW(w, GWLP_WNDPROC));
+  const LPARAM link = LPARAM(sizeof(LPARAM) > 4 ? 0x123456789ABCLL : 0x12345678);
+  EXPECT_EQ(Hook_Window(nullptr, Recording, L"Rec", 0, nullptr), -1);
+  EXPECT_EQ(Hook_Window(w, nullptr, L"Rec", 0, nullptr), -1);
+  EXPECT_EQ(Hook_Window(w, Recording, L"", 0, nullptr), -1);
+  ASSERT_EQ(Hook_Window(w, Recording, L"Rec", link, nullptr), 0);
+  EXPECT_EQ(Hook_Window(w, Recording, L"Rec", 0, nullptr), -1) << "same name twice";
+  EXPECT_EQ(WNDPROC(GetWindowLongPtrW(w, GWLP_WNDPROC)), Recording);
+  EXPECT_EQ(Get_HookLink(w, L"Rec"), link);
+  EXPECT_GE(GlobalSize(HGLOBAL(GetPropW(w, L"Rec"))), 2 * sizeof(void *));
+  g_seen.clear();
+  EXPECT_EQ(SendMessageW(w, WM_GETTEXTLENGTH, 0, 0), 5) << "answered by the original";
+  ASSERT_EQ(g_seen.size(), 1u);
+  EXPECT_EQ(Call_HookOriginalCallback(w, L"Rec", WM_GETTEXTLENGTH, 0, 0), 5);
+  EXPECT_EQ(Call_HookOriginalCallback(w, L"Other", WM_GETTEXTLENGTH, 0, 0), 0);
+  EXPECT_EQ(Get_HookLink(w, L"Other"), 0);
+  Unhook_Window(w, L"Rec");
+  EXPECT_EQ(WNDPROC(GetWindowLongPtrW(w, GWLP_WNDPROC)), original);
+  EXPECT_FALSE(GetPropW(w, L"Rec"));
+  Unhook_Window(w, L"Rec");  // never hooked (any more): nothing
+  Unhook_Window(nullptr, L"Rec");
+  EXPECT_EQ(Get_HookLink(w, L"Rec"), 0);
+}
+
+bool CtrlDown() { return (GetKeyState(VK_CONTROL) & 0x8000) != 0; }
+
+TEST_F(SmallWindows, EditHooksTurnEnterIntoCtrlEnter) {
+  struct Row {
+    bool tabToo;
+    WPARAM key;
+    bool swallowed;
+  } rows[] = {{false, VK_RETURN, true}, {false, VK_TAB, false}, {false, 'A', false},
+              {true, VK_RETURN, true},  {true, VK_TAB, true}};
+  for (const Row &r : rows) {
+    HWND e = Child(L"EDIT", ES_MULTILINE);
+    WNDPROC original = WNDPROC(GetWindowLongPtrW(e, GWLP_WNDPROC));
+    ASSERT_EQ(r.tabToo ? Hook_Edit_TabAndLf(e) : Hook_Edit_OnlyLf(e), 0);
+    EXPECT_TRUE(GetPropW(e, r.tabToo ? L"TABANDLFHOOKPROPNAME" : L"ONLYLFHOOKPROPNAME"));
+    BYTE keys[256] = {};
+    SetKeyboardState(keys);
+    SendMessageW(e, WM_KEYDOWN, r.key, 1);
+    EXPECT_EQ(CtrlDown(), r.swallowed) << r.tabToo << " key " << r.key;
+    SendMessageW(e, WM_KEYUP, r.key, 0xC0000001);
+    EXPECT_FALSE(CtrlDown()) << r.tabToo << " key " << r.key;
+    SetWindowTextW(e, L"passed on");
+    wchar_t text[20];
+    GetWindowTextW(e, text, 20);
+    EXPECT_STREQ(text, L"passed on");
+    r.tabToo ? Unhook_Edit_TabAndLf(e) : Unhook_Edit_OnlyLf(e);
+    EXPECT_EQ(WNDPROC(GetWindowLongPtrW(e, GWLP_WNDPROC)), original);
+  }
+  // Without a record the hook answers 0.
+  HWND plain = Child(L"EDIT");
+  EXPECT_EQ(Edit_OnlyLf_Hook(plain, WM_GETTEXTLENGTH, 0, 0), 0);
+  BYTE keys[256] = {};
+  SetKeyboardState(keys);
+}
+
+// ---- Message helpers ------------------------------------------------------------
+
+std::vector<MSG> g_received;
+LRESULT CALLBACK Receiver(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  if (m == WM_COMMAND || m == WM_HSCROLL || m == WM_VSCROLL) g_received.push_back({w, m, wp, lp});
+  return DefWindowProcW(w, m, wp, lp);
+}
+
+TEST_F(SmallWindows, MessagePackingHelpers) {
+  HWND h = reinterpret_cast<HWND>(LONG_PTR(0x1234));
+  WPARAM wp = MAKEWPARAM(0xBEEF, 0x1234);
+  UINT a = 0, b = 0;
+  HWND c = nullptr;
+  Evaluate_WmCommand(wp, LPARAM(h), &a, &b, &c);
+  EXPECT_EQ(a, 0xBEEFu);
+  EXPECT_EQ(b, 0x1234u);
+  EXPECT_EQ(c, h);
+  Evaluate_WmActivate(MAKEWPARAM(WA_CLICKACTIVE, 1), LPARAM(h), &a, &b, &c);
+  EXPECT_EQ(a, UINT(WA_CLICKACTIVE));
+  EXPECT_EQ(b, 1u);
+  Evaluate_WmScroll(MAKEWPARAM(SB_THUMBTRACK, 300), LPARAM(h), &a, &b, &c);
+  EXPECT_EQ(a, UINT(SB_THUMBTRACK));
+  EXPECT_EQ(b, 300u);
+  HMENU menu = nullptr;
+  Evaluate_WmMenuSelect(MAKEWPARAM(7, MF_POPUP), LPARAM(h), &a, &b, &menu);
+  EXPECT_EQ(a, 7u);
+  EXPECT_EQ(b, UINT(MF_POPUP));
+  EXPECT_EQ(menu, HMENU(h));
+  HGLOBAL commands = nullptr;
+  Evaluate_WmDdeExecute(WPARAM(h), LPARAM(0x77), &c, &commands);
+  EXPECT_EQ(c, h);
+  EXPECT_EQ(commands, HGLOBAL(0x77));
+  Evaluate_WmCommand(wp, 0, nullptr, nullptr, nullptr);
+  EXPECT_EQ(GetWmCommandId(wp, 0), 0xBEEFu);
+  EXPECT_EQ(GetWmCommandNotif(wp, 0), 0x1234u);
+  EXPECT_EQ(GetWmScrollId(wp, 0), 0xBEEFu);
+  EXPECT_EQ(GetWmScrollPos(wp, 0), 0x1234u);
+  EXPECT_EQ(GetWmScrollHwnd(wp, LPARAM(h)), h);
+  EXPECT_EQ(GetWmMdiActivateBecomingActive(WPARAM(1), LPARAM(h)), h);
+  EXPECT_EQ(GetWmMdiActivateBecomingPassive(WPARAM(h), 0), h);
+
+  WNDCLASSW wc = {};
+  wc.lpfnWndProc = Receiver;
+  wc.hInstance = GetModuleHandleW(nullptr);
+  wc.lpszClassName = L"Receiver";
+  wc.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  RegisterClassW(&wc);
+  HWND r = CreateWindowW(L"Receiver", L"", WS_CHILD, 0, 0, 10, 10, top_, nullptr, nullptr, nullptr);
+  g_received.clear();
+  SendWmCommand(r, 12, EN_CHANGE, 5);
+  PostWmCommand(r, 13, BN_CLICKED, 6);
+  SendWmScroll(r, WM_HSCROLL, SB_LINEDOWN, 40, 7);
+  PostWmScroll(r, WM_VSCROLL, SB_THUMBPOSITION, 41, 8);
+  Pump(50);
+  // Sent messages arrive at once, posted ones with the pump.
+  ASSERT_EQ(g_received.size(), 4u);
+  EXPECT_EQ(g_received[0].wParam, WPARAM(EN_CHANGE * 65536 + 12));
+  EXPECT_EQ(g_received[0].lParam, 5);
+  EXPECT_EQ(g_received[1].message, UINT(WM_HSCROLL));
+  EXPECT_EQ(g_received[1].wParam, WPARAM(40 * 65536 + SB_LINEDOWN));
+  EXPECT_EQ(g_received[2].wParam, WPARAM(BN_CLICKED * 65536 + 13));
+  EXPECT_EQ(g_received[2].lParam, 6);
+  EXPECT_EQ(g_received[3].message, UINT(WM_VSCROLL));
+  EXPECT_EQ(g_received[3].wParam, WPARAM(41 * 65536 + SB_THUMBPOSITION));
+
+  HCURSOR arrow = LoadCursorW(nullptr, IDC_ARROW), cross = LoadCursorW(nullptr, IDC_CROSS);
+  EXPECT_EQ(GetClassCursor(r), arrow);
+  EXPECT_EQ(SetClassCursor(r, cross), arrow);
+  EXPECT_EQ(GetClassCursor(r), cross);
+  SetClassCursor(r, arrow);
+
+  HWND e = Child(L"EDIT", ES_AUTOHSCROLL);
+  SetWindowTextW(e, L"0123456789");
+  SendEmSetSel(e, TRUE, 2, 6);
+  DWORD s = 0, t = 0;
+  EXPECT_EQ(SendEmGetSel(e, &s, &t), 6u);
+  EXPECT_EQ(s, 2u);
+  EXPECT_EQ(t, 6u);
+  SendEmSetSel(e, FALSE, 9, 3);
+  EXPECT_EQ(SendEmGetSel(e, nullptr, nullptr), 9u);
+
+  LPARAM packed = PackLparamForDDE(WM_DDE_ACK, 0x10, 0x20);
+  UINT_PTR lo = 0, hi = 0;
+  EXPECT_TRUE(UnpackLparamForDDE(WM_DDE_ACK, packed, &lo, &hi));
+  EXPECT_EQ(lo, 0x10u);
+  EXPECT_EQ(hi, 0x20u);
+  EXPECT_TRUE(FreeLparamForDDE(WM_DDE_ACK, packed));
+
+  HMODULE k = LoadDynamicLibrary(L"kernel32.dll");
+  EXPECT_TRUE(k);
+  FreeLibrary(k);
+  EXPECT_FALSE(LoadDynamicLibrary(L" "));
+
+  HDC mdc = CreateMetaFileW(nullptr);
+  Rectangle(mdc, 0, 0, 10, 10);
+  HMETAFILE mf = CloseMetaFile(mdc);
+  UINT size = GetMetaFileBitsEx(mf, 0, nullptr);
+  std::vector<BYTE> bits(size);
+  GetMetaFileBitsEx(mf, size, bits.data());
+  DeleteMetaFile(mf);
+  HMETAFILE copy = SetMetaFileBitsSystemIndependent(size, bits.data());
+  EXPECT_TRUE(copy);
+  DeleteMetaFile(copy);
+  EXPECT_FALSE(SetMetaFileBitsSystemIndependent(0, nullptr));
+}
+
+TEST_F(SmallWindows, MdiHelpers) {
+  CLIENTCREATESTRUCT ccs = {nullptr, 1000};
+  HWND client = CreateWindowW(L"MDICLIENT", nullptr, WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0,
+                              0, 300, 300, top_, nullptr, nullptr, &ccs);
+  ASSERT_TRUE(client);
+  WNDCLASSW wc = {};
+  wc.lpfnWndProc = DefMDIChildProcW;
+  wc.hInstance = GetModuleHandleW(nullptr);
+  wc.lpszClassName = L"MdiDoc";
+  RegisterClassW(&wc);
+  MDICREATESTRUCTW mcs = {};
+  mcs.szClass = L"MdiDoc";
+  mcs.szTitle = L"doc";
+  mcs.hOwner = GetModuleHandleW(nullptr);
+  mcs.x = mcs.y = mcs.cx = mcs.cy = CW_USEDEFAULT;
+  HWND doc = HWND(SendMessageW(client, WM_MDICREATE, 0, LPARAM(&mcs)));
+  ASSERT_TRUE(doc);
+  SendMessageW(client, WM_MDIACTIVATE, WPARAM(doc), 0);
+  BOOL maximized = TRUE;
+  EXPECT_EQ(SendWmMdiGetActive(client, &maximized), doc);
+  EXPECT_FALSE(maximized);
+  SendMessageW(client, WM_MDIMAXIMIZE, WPARAM(doc), 0);
+  EXPECT_EQ(SendWmMdiGetActive(client, &maximized), doc);
+  EXPECT_TRUE(maximized);
+  HMENU frameMenu = CreateMenu(), windowMenu = CreatePopupMenu();
+  AppendMenuW(frameMenu, MF_POPUP, UINT_PTR(windowMenu), L"Window");
+  SendWmMdiSetMenu(client, frameMenu, windowMenu);
+  EXPECT_EQ(GetMenu(top_), frameMenu);
+  SetMenu(top_, nullptr);
+  DestroyMenu(frameMenu);
+}
+
+// ---- Placing windows ---------------------------------------------------------
+
+TEST_F(SmallWindows, CenterAndFitWindows) {
+  HWND child = Child(L"STATIC", 0, 0, 0, 100, 50);
+  Tavona_CenterWindow(child);
+  RECT pc, r;
+  GetClientRect(top_, &pc);
+  GetWindowRect(child, &r);
+  MapWindowPoints(nullptr, top_, reinterpret_cast<POINT *>(&r), 2);
+  EXPECT_EQ(r.left, (pc.right - 100) / 2);
+  EXPECT_EQ(r.top, (pc.bottom - 50) / 2);
+  EXPECT_EQ(r.right - r.left, 100);
+
+  HWND big = CreateWindowW(L"TAVONA_STATUS_32", L"", WS_POPUP, -300, -200, 5000, 4000, nullptr,
+                           nullptr, nullptr, nullptr);
+  EXPECT_TRUE(Tavona_SizeWindowToScreen(big));
+  RECT work, b;
+  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  GetWindowRect(big, &b);
+  EXPECT_TRUE(EqualRect(&b, &work));
+  SetWindowPos(big, nullptr, work.right - 50, work.top + 10, 200, 100, SWP_NOZORDER);
+  Tavona_SizeWindowToScreen(big);
+  GetWindowRect(big, &b);
+  EXPECT_EQ(b.right, work.right) << "moved inside, size kept";
+  EXPECT_EQ(b.right - b.left, 200);
+  EXPECT_EQ(b.top, work.top + 10);
+  Tavona_CenterWindow(big);
+  HDC screen = GetDC(nullptr);
+  GetWindowRect(big, &b);
+  EXPECT_EQ(b.left, (GetDeviceCaps(screen, HORZRES) - 200) / 2);
+  ReleaseDC(nullptr, screen);
+  DestroyWindow(big);
+  EXPECT_FALSE(Tavona_SizeWindowToScreen(nullptr));
+  Tavona_CenterWindow(nullptr);
+
+  RECT sr = {100, 100, 200, 150}, cr = sr;
+  ASSERT_TRUE(Tavona_ScreenToClient(top_, &cr));
+  POINT o = {0, 0};
+  ClientToScreen(top_, &o);
+  EXPECT_EQ(cr.left, 100 - o.x);
+  EXPECT_EQ(cr.bottom, 150 - o.y);
+  EXPECT_FALSE(Tavona_ScreenToClient(top_, nullptr));
+}
+
+TEST_F(SmallWindows, ArrangeGroupClosesGaps) {
+  const UINT ids[] = {301, 302, 303, 304};
+  for (int i = 0; i < 4; ++i) Child(L"BUTTON", 0, 10 + i * 100, 200, 60 + i * 10, 20, ids[i]);
+  ShowWindow(GetDlgItem(top_, 302), SW_HIDE);
+  EXPECT_EQ(Tavona_ArrangeWindowGroup(top_, ids, 4, 5, 0), 3);
+  auto pos = [&](UINT id) {
+    RECT r;
+    GetWindowRect(GetDlgItem(top_, id), &r);
+    MapWindowPoints(nullptr, top_, reinterpret_cast<POINT *>(&r), 2);
+    return r;
+  };
+  EXPECT_EQ(pos(301).left, 10);
+  EXPECT_EQ(pos(303).left, 10 + 60 + 5);
+  EXPECT_EQ(pos(304).left, 10 + 60 + 5 + 80 + 5);
+  EXPECT_EQ(pos(304).top, 200);
+  EXPECT_EQ(Tavona_ArrangeWindowGroup(top_, ids, 4, 2, TAVONA_ARRANGE_COLUMN), 3);
+  EXPECT_EQ(pos(303).top, 200 + 20 + 2);
+  EXPECT_EQ(pos(303).left, 10 + 60 + 5) << "the other coordinate is kept";
+  EXPECT_EQ(Tavona_ArrangeWindowGroup(top_, nullptr, 4, 0, 0), 0);
+}
+
+TEST_F(SmallWindows, DefaultButtonAndEditSteps) {
+  HWND dlg = CreateWindowW(L"#32770", L"", WS_POPUP, 0, 0, 200, 100, top_, nullptr, nullptr,
+                           nullptr);
+  HWND ok = CreateWindowW(L"BUTTON", L"OK", WS_CHILD | BS_DEFPUSHBUTTON, 0, 0, 50, 20, dlg,
+                          HMENU(IDOK), nullptr, nullptr);
+  HWND other = CreateWindowW(L"BUTTON", L"Other", WS_CHILD | BS_PUSHBUTTON, 60, 0, 50, 20, dlg,
+                             HMENU(INT_PTR(7)), nullptr, nullptr);
+  SendMessageW(dlg, DM_SETDEFID, IDOK, 0);
+  Tavona_MakeDefPushButton(dlg, 7);
+  EXPECT_EQ(LOWORD(SendMessageW(dlg, DM_GETDEFID, 0, 0)), 7);
+  EXPECT_EQ(GetWindowLongW(other, GWL_STYLE) & 0xF, BS_DEFPUSHBUTTON);
+  EXPECT_EQ(GetWindowLongW(ok, GWL_STYLE) & 0xF, BS_PUSHBUTTON);
+  DestroyWindow(dlg);
+
+  HWND e = Child(L"EDIT");
+  struct Row {
+    const wchar_t *text;
+    bool inc;
+    INT step, min, max, expected;
+  } rows[] = {
+      {L"5", true, 1, 0, 10, 6},        {L"10", true, 1, 0, 10, 10},
+      {L"0", false, 1, 0, 10, 0},       {L"7", false, 3, 0, 10, 4},
+      {L"abc", true, 2, -5, 5, 2},      {L"-20", true, 1, -5, 5, -5},
+      {L"2147483647", true, 1, INT_MIN, INT_MAX, INT_MAX},
+      {L"5", false, INT_MIN, 0, 100, 100},
+  };
+  for (const Row &r : rows) {
+    SetWindowTextW(e, r.text);
+    INT v = r.inc ? Tavona_IncEditField(e, r.step, r.min, r.max)
+                  : Tavona_DecEditField(e, r.step, r.min, r.max);
+    EXPECT_EQ(v, r.expected) << Narrow(r.text) << (r.inc ? " +" : " -") << r.step;
+    wchar_t text[20];
+    GetWindowTextW(e, text, 20);
+    EXPECT_EQ(_wtoi(text), r.expected);
+  }
+}
+
+TEST_F(SmallWindows, MenuSeparatorsTidied) {
+  auto layout = [](HMENU m) {
+    std::wstring out;
+    for (int i = 0; i < GetMenuItemCount(m); ++i) {
+      wchar_t text[20] = {};
+      MENUITEMINFOW info = {};
+      info.cbSize = sizeof info;
+      info.fMask = MIIM_FTYPE | MIIM_STRING;
+      info.dwTypeData = text;
+      info.cch = 20;
+      GetMenuItemInfoW(m, i, TRUE, &info);
+      out += (info.fType & MFT_SEPARATOR) ? L"-" : text;
+    }
+    return out;
+  };
+  HMENU menu = CreatePopupMenu(), sub = CreatePopupMenu();
+  AppendMenuW(sub, MF_STRING, 1, L"x");
+  AppendMenuW(sub, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_STRING, 2, L"A");
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_POPUP, UINT_PTR(sub), L"S");
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_STRING, 3, L"B");
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  EXPECT_EQ(Tavona_DeleteMenuSeparators(menu), 4);
+  EXPECT_EQ(layout(menu), L"A-S-B");
+  EXPECT_EQ(layout(sub), L"x");
+  EXPECT_EQ(Tavona_DeleteMenuSeparators(menu), 0);
+  EXPECT_EQ(Tavona_DeleteMenuSeparators(nullptr), 0);
+  DestroyMenu(menu);
+}
+
+// ---- Bitmaps --------------------------------------------------------------------
+
+// A bottom-up BMP file of width × height with bitCount bits; pixel(x, y)
+// gives the colour (24/32 bits) or the palette index.
+std::vector<BYTE> MakeBmp(int width, int height, int bitCount,
+                          const std::vector<RGBQUAD> &palette, uint32_t (*pixel)(int, int),
+                          int gap = 0) {
+  int stride = ((width * bitCount + 31) / 32) * 4;
+  BITMAPFILEHEADER fh = {};
+  BITMAPINFOHEADER ih = {};
+  ih.biSize = sizeof ih;
+  ih.biWidth = width;
+  ih.biHeight = height;
+  ih.biPlanes = 1;
+  ih.biBitCount = WORD(bitCount);
+  ih.biClrUsed = DWORD(palette.size());
+  DWORD offset = DWORD(sizeof fh + sizeof ih + palette.size() * sizeof(RGBQUAD) + gap);
+  fh.bfType = 0x4D42;
+  fh.bfOffBits = offset;
+  fh.bfSize = offset + DWORD(stride * height);
+  std::vector<BYTE> out(fh.bfSize);
+  memcpy(out.data(), &fh, sizeof fh);
+  memcpy(out.data() + sizeof fh, &ih, sizeof ih);
+  if (!palette.empty())
+    memcpy(out.data() + sizeof fh + sizeof ih, palette.data(), palette.size() * sizeof(RGBQUAD));
+  for (int y = 0; y < height; ++y) {
+    BYTE *row = out.data() + offset + size_t(height - 1 - y) * stride;
+    for (int x = 0; x < width; ++x) {
+      uint32_t v = pixel(x, y);
+      switch (bitCount) {
+        case 1: row[x / 8] |= BYTE((v & 1) << (7 - x % 8)); break;
+        case 4: row[x / 2] |= BYTE((v & 15) << (x % 2 ? 0 : 4)); break;
+        case 8: row[x] = BYTE(v); break;
+        case 24: row[x * 3] = BYTE(v), row[x * 3 + 1] = BYTE(v >> 8), row[x * 3 + 2] = BYTE(v >> 16); break;
+      }
+    }
+  }
+  return out;
+}
+
+std::wstring WriteTemp(const std::wstring &name, const std::vector<BYTE> &data) {
+  wchar_t dir[MAX_PATH];
+  GetTempPathW(MAX_PATH, dir);
+  std::wstring path = std::wstring(dir) + name;
+  HANDLE f = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  DWORD written = 0;
+  WriteFile(f, data.data(), DWORD(data.size()), &written, nullptr);
+  CloseHandle(f);
+  return path;
+}
+
+// The colour at (x, y) of a bitmap read back as a 32-bit top-down DIB.
+uint32_t ReadBack(HBITMAP bmp, int x, int y) {
+  HGLOBAL dib = Tavona_DdbToDib(bmp, 32);
+  if (!dib) return 0xFFFFFFFF;
+  auto *info = static_cast<BITMAPINFOHEADER *>(GlobalLock(dib));
+  const uint32_t *bits = reinterpret_cast<const uint32_t *>(info + 1);
+  uint32_t v = bits[size_t(info->biHeight - 1 - y) * info->biWidth + x] & 0xFFFFFF;
+  GlobalUnlock(dib);
+  GlobalFree(dib);
+  return v;
+}
+
+uint32_t Diagonal(int x, int y) { return x == y ? 0xFF0000u : (x < y ? 0x00FF00u : 0x0000FFu); }
+uint32_t Checker(int x, int y) { return (x + y) & 1; }
+uint32_t Stripes(int x, int) { return uint32_t(x % 3); }
+
+TEST_F(SmallWindows, BitmapFilesAndConversions) {
+  const std::vector<RGBQUAD> mono = {{0, 0, 0, 0}, {255, 255, 255, 0}};
+  const std::vector<RGBQUAD> three = {{0, 0, 255, 0}, {0, 255, 0, 0}, {255, 0, 0, 0}};
+  struct Row {
+    const wchar_t *name;
+    std::vector<BYTE> file;
+    int width, height;
+    uint32_t (*pixel)(int, int);
+    const std::vector<RGBQUAD> *palette;
+  } rows[] = {
+      {L"tv_rgb24.bmp", MakeBmp(7, 5, 24, {}, Diagonal), 7, 5, Diagonal, nullptr},
+      {L"tv_gap24.bmp", MakeBmp(7, 5, 24, {}, Diagonal, 6), 7, 5, Diagonal, nullptr},
+      {L"tv_mono.bmp", MakeBmp(9, 4, 1, mono, Checker), 9, 4, Checker, &mono},
+      {L"tv_pal8.bmp", MakeBmp(5, 3, 8, three, Stripes), 5, 3, Stripes, &three},
+      {L"tv_pal4.bmp", MakeBmp(5, 3, 4, three, Stripes), 5, 3, Stripes, &three},
+  };
+  for (const Row &r : rows) {
+    std::wstring path = WriteTemp(r.name, r.file);
+    HBITMAP bmp = Tavona_LoadBitmapFromFile(path.c_str());
+    ASSERT_TRUE(bmp) << Narrow(r.name);
+    BITMAP bm;
+    GetObjectW(bmp, sizeof bm, &bm);
+    EXPECT_EQ(bm.bmWidth, r.width) << Narrow(r.name);
+    EXPECT_EQ(bm.bmHeight, r.height) << Narrow(r.name);
+    for (int y = 0; y < r.height; ++y)
+      for (int x = 0; x < r.width; ++x) {
+        uint32_t want = r.pixel(x, y);
+        if (r.palette) {
+          const RGBQUAD &q = (*r.palette)[want];
+          want = (q.rgbRed << 16) | (q.rgbGreen << 8) | q.rgbBlue;
+        }
+        EXPECT_EQ(ReadBack(bmp, x, y), want) << Narrow(r.name) << " at " << x << "," << y;
+      }
+    // Round trip through a packed DIB of the bitmap's own depth.
+    HGLOBAL dib = Tavona_DdbToDib(bmp, 0);
+    ASSERT_TRUE(dib);
+    HBITMAP again = Tavona_DibToDdb(GlobalLock(dib), DWORD(GlobalSize(dib)));
+    GlobalUnlock(dib);
+    GlobalFree(dib);
+    ASSERT_TRUE(again);
+    EXPECT_EQ(ReadBack(again, r.width - 1, 0), ReadBack(bmp, r.width - 1, 0));
+    DeleteObject(again);
+    DeleteObject(bmp);
+    DeleteFileW(path.c_str());
+  }
+  // Damaged files and packed DIBs.
+  std::vector<BYTE> good = MakeBmp(4, 4, 24, {}, Diagonal);
+  std::vector<BYTE> shortFile(good.begin(), good.end() - 5);
+  std::vector<BYTE> notBmp = good;
+  notBmp[0] = 'X';
+  std::vector<BYTE> badDepth = good;
+  badDepth[sizeof(BITMAPFILEHEADER) + 14] = 7;
+  for (const auto &bad : {shortFile, notBmp, badDepth, std::vector<BYTE>(10, 0)}) {
+    std::wstring path = WriteTemp(L"tv_bad.bmp", bad);
+    EXPECT_FALSE(Tavona_LoadBitmapFromFile(path.c_str()));
+    DeleteFileW(path.c_str());
+  }
+  EXPECT_FALSE(Tavona_LoadBitmapFromFile(L"C:\\no\\such.bmp"));
+  EXPECT_FALSE(Tavona_LoadBitmapFromFile(nullptr));
+  const BYTE *packed = good.data() + sizeof(BITMAPFILEHEADER);
+  DWORD packedSize = DWORD(good.size() - sizeof(BITMAPFILEHEADER));
+  for (DWORD size : {DWORD(0), DWORD(20), DWORD(40), packedSize - 1})
+    EXPECT_FALSE(Tavona_DibToDdb(packed, size)) << size;
+  HBITMAP ok = Tavona_DibToDdb(packed, packedSize);
+  EXPECT_TRUE(ok);
+  DeleteObject(ok);
+  EXPECT_FALSE(Tavona_DibToDdb(nullptr, 100));
+  EXPECT_FALSE(Tavona_DdbToDib(nullptr, 24));
+}
+
+// ---- Picture conversion library ----------------------------------------------
+
+void Unload() {
+  if (tv::g.pictureModule) FreeLibrary(tv::g.pictureModule);
+  tv::g.pictureModule = nullptr;
+  DeleteFileW((BinDir() + L"kv32.dll").c_str());
+}
+
+TEST_F(SmallWindows, PictureInfoThroughTheConversionLibrary) {
+  Unload();
+  wchar_t info[64] = L"?";
+  EXPECT_EQ(Tavona_PicConv_GetInfo(L"photo.jpg", info, sizeof info), -1);
+  ASSERT_EQ(g_reports.size(), 1u);
+  wchar_t text[300];
+  LoadStringW(tv::g.resources, IDS_ERR_PICTURE_LIBRARY, text, 300);
+  EXPECT_NE(g_reports[0].find(L"kv32.dll"), std::wstring::npos) << Narrow(g_reports[0]);
+  EXPECT_NE(g_reports[0].find(std::wstring(text).substr(4, 8)), std::wstring::npos)
+      << "message 1384: " << Narrow(g_reports[0]);
+
+  ASSERT_TRUE(CopyFileW((BinDir() + L"kv32_noentry\\kv32.dll").c_str(),
+                        (BinDir() + L"kv32.dll").c_str(), FALSE));
+  g_reports.clear();
+  EXPECT_EQ(Tavona_PicConv_GetInfo(L"photo.jpg", info, sizeof info), -1);
+  ASSERT_EQ(g_reports.size(), 1u);
+  LoadStringW(tv::g.resources, IDS_ERR_PICTURE_INFO, text, 300);
+  EXPECT_NE(g_reports[0].find(L"photo.jpg"), std::wstring::npos) << Narrow(g_reports[0]);
+  EXPECT_NE(g_reports[0].find(std::wstring(text).substr(3, 8)), std::wstring::npos)
+      << "message 1385: " << Narrow(g_reports[0]);
+  Unload();
+
+  ASSERT_TRUE(CopyFileW((BinDir() + L"kv32_full\\kv32.dll").c_str(),
+                        (BinDir() + L"kv32.dll").c_str(), FALSE));
+  g_reports.clear();
+  EXPECT_EQ(Tavona_PicConv_GetInfo(L"photo.jpg", info, sizeof info), 7);
+  EXPECT_STREQ(info, L"kv32:photo.jpg");
+  EXPECT_EQ(Tavona_PicConv_GetInfo(L"b.png", info, 12), 7) << "kept loaded";
+  EXPECT_STREQ(info, L"kv32:");
+  EXPECT_TRUE(g_reports.empty());
+  EXPECT_EQ(Tavona_PicConv_GetInfo(L" ", info, sizeof info), -1);
+  EXPECT_EQ(Tavona_PicConv_GetInfo(L"a", nullptr, 10), -1);
+  Unload();
+}
+
+}  // namespace
