@@ -21,12 +21,14 @@ namespace {
 uint64_t DibHeaderBytes(const BITMAPINFOHEADER &h, uint64_t size) {
   if (h.biSize < sizeof(BITMAPINFOHEADER) || h.biSize > size) return 0;
   if (h.biWidth <= 0 || h.biHeight == 0 || h.biPlanes != 1) return 0;
+  switch (h.biBitCount) {
+    case 1: case 4: case 8: case 16: case 24: case 32: break;
+    default: return 0;
+  }
   uint64_t colors = h.biClrUsed;
   if (h.biBitCount <= 8) {
     uint64_t max = uint64_t{1} << h.biBitCount;
     if (colors == 0 || colors > max) colors = max;
-  } else if (h.biBitCount != 16 && h.biBitCount != 24 && h.biBitCount != 32) {
-    return 0;
   }
   uint64_t bytes = h.biSize + colors * sizeof(RGBQUAD);
   // The three masks follow a plain header; larger headers hold them.

@@ -270,6 +270,7 @@ TEST_F(Progress, AbortCheckHandlesOneMessageAndAsks) {
   for (const Row &r : rows) {
     HWND q = Tavona_CreateProgressIndicatorExtended(owner_, L"Abort", 0, 10, r.flags);
     EXPECT_EQ(IsWindowVisible(GetDlgItem(q, IDCANCEL)) != 0, !(r.flags & TAVONA_PROGRESS_NOCANCEL));
+    if (r.flags) tvui::SaveScreenshot(q, L"progress_en_nocancel");
     g_reports = 0;
     g_answer = r.answer;
     // Escape and the button both send IDCANCEL.

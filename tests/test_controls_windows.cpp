@@ -741,9 +741,10 @@ TEST_F(SmallWindows, BitmapFilesAndConversions) {
   std::vector<BYTE> shortFile(good.begin(), good.end() - 5);
   std::vector<BYTE> notBmp = good;
   notBmp[0] = 'X';
-  std::vector<BYTE> badDepth = good;
+  std::vector<BYTE> badDepth = good, noDepth = good;
   badDepth[sizeof(BITMAPFILEHEADER) + 14] = 7;
-  for (const auto &bad : {shortFile, notBmp, badDepth, std::vector<BYTE>(10, 0)}) {
+  noDepth[sizeof(BITMAPFILEHEADER) + 14] = 0;
+  for (const auto &bad : {shortFile, notBmp, badDepth, noDepth, std::vector<BYTE>(10, 0)}) {
     std::wstring path = WriteTemp(L"tv_bad.bmp", bad);
     EXPECT_FALSE(Tavona_LoadBitmapFromFile(path.c_str()));
     DeleteFileW(path.c_str());
