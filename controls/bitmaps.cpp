@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "controls/dibcheck.h"
 #include "frame/alloc.h"
 #include "frame/globals.h"
 #include "frame/handles.h"
@@ -14,50 +15,11 @@
 #include "text/wstr.h"
 #include "tvres.h"
 
-namespace {
-
-// Bytes of the header and colour table of a packed DIB, or 0 when the
-// header is not one we can read within size bytes.
-uint64_t DibHeaderBytes(const BITMAPINFOHEADER &h, uint64_t size) {
-  if (h.biSize < sizeof(BITMAPINFOHEADER) || h.biSize > size) return 0;
-  if (h.biWidth <= 0 || h.biHeight == 0 || h.biPlanes != 1) return 0;
-  switch (h.biBitCount) {
-    case 1: case 4: case 8: case 16: case 24: case 32: break;
-    default: return 0;
-  }
-  uint64_t colors = h.biClrUsed;
-  if (h.biBitCount <= 8) {
-    uint64_t max = uint64_t{1} << h.biBitCount;
-    if (colors == 0 || colors > max) colors = max;
-  }
-  uint64_t bytes = h.biSize + colors * sizeof(RGBQUAD);
-  // The three masks follow a plain header; larger headers hold them.
-  if (h.biCompression == BI_BITFIELDS && h.biSize == sizeof(BITMAPINFOHEADER)) bytes += 12;
-  return bytes <= size ? bytes : 0;
-}
-
-uint64_t DibImageBytes(const BITMAPINFOHEADER &h) {
-  uint64_t stride = ((uint64_t(h.biWidth) * h.biBitCount + 31) / 32) * 4;
-  int64_t height = h.biHeight < 0 ? -int64_t(h.biHeight) : h.biHeight;
-  return stride * uint64_t(height);
-}
-
-}  // namespace
 
 HBITMAP WINAPI Tavona_DibToDdb(const void *dib, DWORD size) {
-  if (!dib || size < sizeof(BITMAPINFOHEADER)) return nullptr;
-  BITMAPINFOHEADER h;
-  memcpy(&h, dib, sizeof h);
-  uint64_t headerBytes = DibHeaderBytes(h, size);
-  if (!headerBytes) return nullptr;
-  const BYTE *bits = static_cast<const BYTE *>(dib) + headerBytes;
-  uint64_t available = size - headerBytes;
-  if (h.biCompression == BI_RGB || h.biCompression == BI_BITFIELDS) {
-    if (DibImageBytes(h) > available) return nullptr;
-  } else if ((h.biCompression != BI_RLE8 && h.biCompression != BI_RLE4) ||
-             h.biSizeImage > available) {
-    return nullptr;
-  }
+  tv::DibLayout layout;
+  if (!tv::CheckPackedDib(dib, size, &layout)) return nullptr;
+  const BYTE *bits = static_cast<const BYTE *>(dib) + layout.headerBytes;
   tv::window_dc screen(nullptr);
   return CreateDIBitmap(screen.get(), static_cast<const BITMAPINFOHEADER *>(dib), CBM_INIT, bits,
                         static_cast<const BITMAPINFO *>(dib), DIB_RGB_COLORS);
@@ -79,7 +41,7 @@ HGLOBAL WINAPI Tavona_DdbToDib(HBITMAP bitmap, WORD bitCount) {
   h.biBitCount = bitCount;
   h.biCompression = BI_RGB;
   h.biClrUsed = bitCount <= 8 ? (1u << bitCount) : 0;
-  uint64_t image = DibImageBytes(h);
+  uint64_t image = ((uint64_t(h.biWidth) * bitCount + 31) / 32) * 4 * uint64_t(h.biHeight);
   uint64_t total = sizeof h + uint64_t(h.biClrUsed) * sizeof(RGBQUAD) + image;
   if (image == 0 || total > 0x7FFFFFFF) return nullptr;
   h.biSizeImage = static_cast<DWORD>(image);
@@ -120,23 +82,18 @@ HBITMAP WINAPI Tavona_LoadBitmapFromFile(const WCHAR *file) {
   memcpy(&fh, data.get(), sizeof fh);
   if (fh.bfType != 0x4D42) return nullptr;  // "BM"
   DWORD dibBytes = bytes - sizeof fh;
-  HBITMAP result = nullptr;
+  BYTE *dib = data.get() + sizeof fh;
+  tv::DibLayout layout;
+  if (!tv::CheckPackedDib(dib, dibBytes, &layout)) return nullptr;
   // The bits usually follow the colour table at once; when the file says
-  // otherwise, they are moved there so the packed form holds.
-  BITMAPINFOHEADER h;
-  if (dibBytes < sizeof h) return nullptr;
-  memcpy(&h, data.get() + sizeof fh, sizeof h);
-  uint64_t headerBytes = DibHeaderBytes(h, dibBytes);
-  if (!headerBytes) return nullptr;
-  uint64_t wantOffset = sizeof fh + headerBytes;
-  if (fh.bfOffBits == 0 || fh.bfOffBits == wantOffset) {
-    result = Tavona_DibToDdb(data.get() + sizeof fh, dibBytes);
-  } else if (fh.bfOffBits > wantOffset && fh.bfOffBits < bytes) {
-    DWORD imageBytes = bytes - fh.bfOffBits;
-    memmove(data.get() + wantOffset, data.get() + fh.bfOffBits, imageBytes);
-    result = Tavona_DibToDdb(data.get() + sizeof fh, static_cast<DWORD>(headerBytes) + imageBytes);
-  }
-  return result;
+  // otherwise, they are moved there so the packed form holds (and is
+  // checked again).
+  uint64_t wantOffset = sizeof fh + layout.headerBytes;
+  if (fh.bfOffBits == 0 || fh.bfOffBits == wantOffset) return Tavona_DibToDdb(dib, dibBytes);
+  if (fh.bfOffBits < wantOffset || fh.bfOffBits >= bytes) return nullptr;
+  DWORD imageBytes = bytes - fh.bfOffBits;
+  memmove(dib + layout.headerBytes, data.get() + fh.bfOffBits, imageBytes);
+  return Tavona_DibToDdb(dib, static_cast<DWORD>(layout.headerBytes) + imageBytes);
 }
 
 INT WINAPI Tavona_PicConv_GetInfo(const WCHAR *file, void *info, INT infoSize) {

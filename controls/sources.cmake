@@ -1,4 +1,5 @@
-tavona_sources(WINDOWS controls/boxes.cpp controls/progress.cpp controls/windows.cpp
+tavona_sources(PORTABLE controls/dibcheck.cpp
+  WINDOWS controls/boxes.cpp controls/progress.cpp controls/windows.cpp
   controls/hooks.cpp controls/bitmaps.cpp EXPORTS controls/exports.def)
 
 tavona_test(controls_boxes_tests WINDOWS UI SOURCES tests/test_controls_boxes.cpp)
@@ -22,3 +23,4 @@ if(WIN32 AND TAVONA_RUN_TESTS)
   cmake_language(DEFER CALL add_dependencies controls_windows_tests tvstub_kv32_full
                  tvstub_kv32_noentry)
 endif()
+tavona_fuzz(fuzz_dib SOURCES fuzz/fuzz_dib.cpp)
