@@ -1,6 +1,5 @@
 // Bitmap files and the conversions between device-independent bitmaps in
-// memory (the clipboard's CF_DIB layout) and bitmaps of the screen, and the
-// picture information of the optional conversion library.
+// memory (the clipboard's CF_DIB layout) and bitmaps of the screen.
 #include <tavona/controls.h>
 
 #include <cstdint>
@@ -8,12 +7,8 @@
 
 #include "controls/dibcheck.h"
 #include "frame/alloc.h"
-#include "frame/globals.h"
 #include "frame/handles.h"
-#include "frame/optlib.h"
-#include "frame/report.h"
 #include "text/wstr.h"
-#include "tvres.h"
 
 
 HBITMAP WINAPI Tavona_DibToDdb(const void *dib, DWORD size) {
@@ -94,26 +89,4 @@ HBITMAP WINAPI Tavona_LoadBitmapFromFile(const WCHAR *file) {
   DWORD imageBytes = bytes - fh.bfOffBits;
   memmove(dib + layout.headerBytes, data.get() + fh.bfOffBits, imageBytes);
   return Tavona_DibToDdb(dib, static_cast<DWORD>(layout.headerBytes) + imageBytes);
-}
-
-INT WINAPI Tavona_PicConv_GetInfo(const WCHAR *file, void *info, INT infoSize) {
-  if (tv::IsBlank(file) || !info || infoSize < 1) return -1;
-  static const WCHAR kLibrary[] = L"kv32.dll";
-  if (!tv::g.pictureModule) {
-    tv::unique_hmodule module = tv::LoadOptionalLibrary(kLibrary);
-    if (!module) {
-      tv::ReportError(IDS_ERR_PICTURE_LIBRARY, kLibrary);
-      return -1;
-    }
-    // Kept until the library unloads.
-    tv::g.pictureModule = module.release();
-  }
-  using GetInfoFn = INT(WINAPI *)(const WCHAR *, void *, INT);
-  auto getInfo =
-      reinterpret_cast<GetInfoFn>(reinterpret_cast<void *>(GetProcAddress(tv::g.pictureModule, "GetInfo")));
-  if (!getInfo) {
-    tv::ReportError(IDS_ERR_PICTURE_INFO, file);
-    return -1;
-  }
-  return getInfo(file, info, infoSize);
 }
