@@ -199,6 +199,15 @@ TEST_F(SmallWindows, PopupBelowItsAnchorOneAtATime) {
   Tavona_DestroyPopup();
   EXPECT_FALSE(IsWindow(second));
   Tavona_DestroyPopup();
+  // A click closes it; created by class name it shows its window text.
+  HWND third = Tavona_ShowPopup(anchor, L"Print");
+  SendMessageW(third, WM_LBUTTONDOWN, 0, 0);
+  EXPECT_FALSE(IsWindow(third));
+  HWND byName = CreateWindowW(L"TAVONA_POPUP_32", L"By name", WS_POPUP | WS_BORDER | WS_VISIBLE,
+                              0, 0, 80, 24, nullptr, nullptr, nullptr, nullptr);
+  ASSERT_TRUE(byName);
+  EXPECT_STREQ(reinterpret_cast<const wchar_t *>(GetWindowLongPtrW(byName, 0)), L"By name");
+  DestroyWindow(byName);
 }
 
 // ---- Tab control ---------------------------------------------------------------

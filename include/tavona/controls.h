@@ -93,7 +93,8 @@ void WINAPI Tavona_FillBox(HWND box, WCHAR separator, const WCHAR *list);
 void WINAPI Tavona_FillBoxExtended(HWND box, WCHAR separator, const WCHAR *list, UINT flags);
 
 /* One row of Tavona_FillBoxByTable: the text is string stringId of the
- * resource library (up to 199 characters, translated), number and string
+ * resource library (up to 199 characters, translated; "" when the string is
+ * missing), number and string
  * are the item data with TAVONA_FILL_NUMBER or TAVONA_FILL_STRING. */
 typedef struct TAVONA_BOX_ROW {
   UINT stringId;
