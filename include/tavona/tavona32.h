@@ -9,5 +9,6 @@
 #include "text.h"
 #include "settings.h"
 #include "controls.h"
+#include "files.h"
 
 #endif
