@@ -20,8 +20,8 @@ enum class Access { Read, Write };
 // opens the file.
 tv::unique_hfile Open(const WCHAR *name, Access access, int line) {
   WCHAR message[kOpenMessageSize];
-  tv::Appender text(message, kOpenMessageSize);
   message[0] = 0;
+  tv::Appender text(message, kOpenMessageSize);
   text.Append(TEXT("Open File: "));
   text.Append(name);
   if (vel::Tracer::Enabled(tv::kFileTraceChannel))
