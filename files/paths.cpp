@@ -144,7 +144,9 @@ INT WINAPI Tavona_ConvertFilenameToWildcard(WCHAR *name, INT nameSize) {
   if (!name) return -1;
   WCHAR dir[256];
   WCHAR extension[100];
-  tv::BoundedCopy(dir, name, 256);
+  // A name too long for the copy would leave an empty directory and give
+  // a rooted "\*.ext"; it is refused instead.
+  if (!tv::BoundedCopy(dir, name, 256)) return -1;
   Tavona_StripFileName(dir);
   Tavona_GetExtension(name, extension, 100);
   return Tavona_Assemble_FileName(name, dir, TEXT("*"), extension, nameSize);

@@ -231,6 +231,7 @@ TEST(FilePaths, InPlaceStrips) {
 }
 
 TEST(FilePaths, Wildcard) {
+  const WStr long255 = Repeat('d', 249) + TEXT("\\a.txt"), long256 = TEXT("d") + long255;
   struct Row {
     const WCHAR *name;
     int size, rc;
@@ -240,6 +241,9 @@ TEST(FilePaths, Wildcard) {
       {TEXT("C:/data/report"), 50, 0, TEXT("C:/data\\*.")},
       {TEXT("report.txt"), 50, 0, TEXT("\\*.txt")},
       {TEXT("C:\\report.txt"), 50, 0, TEXT("C:\\*.txt")},
+      {TEXT("a.txt"), 5, 0, TEXT("")},  // "\*.txt" does not fit: emptied
+      {long255.c_str(), 300, 0, Repeat('d', 249) + TEXT("\\*.txt")},
+      {long256.c_str(), 300, -1, long256},
   };
   for (const Row &r : rows) {
     Buf b(r.name, r.size);

@@ -80,7 +80,8 @@ void WINAPI Tavona_StripTrailingSlashes(WCHAR *path);
 
 /* "C:/data/report.txt" -> "C:/data\*.txt"; "report" -> "\*." (the empty
  * extension keeps its dot and selects names without one). Results as
- * Tavona_Assemble_FileName; -1 for a NULL name. */
+ * Tavona_Assemble_FileName; -1 (name untouched) for a NULL name or one of
+ * 256 characters or more. */
 INT WINAPI Tavona_ConvertFilenameToWildcard(WCHAR *name, INT nameSize);
 
 /* The bare profile file name of module (NULL: the program): "Sales.ini"
