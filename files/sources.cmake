@@ -41,3 +41,5 @@ function(tavona_files_pictures)
   set_property(TEST files_exif_tests APPEND PROPERTY ENVIRONMENT "TAVONA_PICTURES=${dir}")
 endfunction()
 cmake_language(DEFER CALL tavona_files_pictures)
+
+tavona_test(files_ui_tests WINDOWS UI SOURCES tests/test_files_ui.cpp)
