@@ -2,6 +2,8 @@
 // loaded into a buffer, and the EXIF date of a picture.
 #include <tavona/tavona32.h>
 
+#include <commdlg.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -22,6 +24,7 @@ enum : int {
   kLoad,
   kPicture,
   kExif,
+  kChoose,
 };
 
 // A check box row turned into a push button (the form lays out check boxes
@@ -79,6 +82,7 @@ class FilesPage : public demo::Page {
     f.Row(L"Picture:");
     picture_ = f.Edit(kPicture, L"", 0);
     f.Row(L"");
+    Button(f, kChoose, L"Choose...");
     Button(f, kExif, L"Read date");
     f.Row(L"Taken on:");
     taken_ = f.ReadOnly(0);
@@ -98,6 +102,7 @@ class FilesPage : public demo::Page {
     if (id == kKeep) UpdateNames();
     if (id == kLoad) Load(false);
     if (id == kExif) ReadDate();
+    if (id == kChoose) Choose();
   }
 
  private:
@@ -151,6 +156,21 @@ class FilesPage : public demo::Page {
       shown += c >= 32 && c < 127 ? static_cast<wchar_t>(c) : L'\x00B7';
     }
     demo::SetText(content_, shown);
+  }
+
+  void Choose() {
+    wchar_t file[MAX_PATH] = L"";
+    OPENFILENAMEW ofn = {};
+    ofn.lStructSize = sizeof ofn;
+    ofn.hwndOwner = hwnd();
+    ofn.lpstrFilter = L"Pictures (*.jpg;*.jpeg;*.tif;*.tiff)\0*.jpg;*.jpeg;*.tif;*.tiff\0"
+                      L"All files\0*.*\0";
+    ofn.lpstrFile = file;
+    ofn.nMaxFile = MAX_PATH;
+    ofn.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+    if (!GetOpenFileNameW(&ofn)) return;
+    demo::SetText(picture_, file);
+    ReadDate();
   }
 
   void ReadDate() {
