@@ -120,10 +120,12 @@ INT WINAPI Tavona_DoesFileExist(const WCHAR *name);
 DWORD WINAPI Tavona_GetFileSize(const WCHAR *name);
 ULONGLONG WINAPI Tavona_GetFileSize64(const WCHAR *name);
 
-/* Reads the file into buffer: count = the smaller of the file's size and
- * bufferSize; a zero byte follows the data only when count < bufferSize,
- * so a file as long as the buffer fills it WITHOUT terminator (pass one
- * byte more for a terminated text). Returns count, or -1 for a NULL
+/* Reads the file into buffer: count = the smaller of the file's size (its
+ * low 32 bits: a file of 4 GiB + 10 bytes gives 10) and bufferSize; a zero
+ * byte follows the data only when count < bufferSize, so a file as long as
+ * the buffer fills it WITHOUT terminator (pass one byte more for a
+ * terminated text). Returns count, the number of bytes asked for (a read
+ * error is not detected), or -1 for a NULL
  * buffer, a size below 2, a blank name (buffer untouched) or a file that
  * cannot be opened (error 1341 unless quiet) or sized. */
 INT WINAPI Tavona_LoadFileToBuffer(const WCHAR *name, void *buffer, INT bufferSize, UINT quiet);
