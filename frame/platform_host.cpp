@@ -194,6 +194,13 @@ bool AppendToFile(const WCHAR *path, const void *data, size_t bytes) {
 }
 
 namespace host {
+void SetModuleFileName(const WCHAR *name) {
+  moduleNameSet = name != nullptr;
+  ModuleName() = name ? name : u"";
+}
+}  // namespace host
+
+namespace host {
 
 namespace {
 ShownMessage lastMessage;
@@ -208,10 +215,6 @@ void SetResString(UINT id, const WCHAR *text) {
     Strings().erase(id);
 }
 void SetFailAllocations(bool fail) { failAlloc = fail; }
-void SetModuleFileName(const WCHAR *name) {
-  moduleNameSet = name != nullptr;
-  ModuleName() = name ? name : u"";
-}
 bool FailAllocations() { return failAlloc; }
 void NoteDebugOutput() { ++debugLines; }
 int DebugOutputCount() { return debugLines; }
