@@ -49,4 +49,18 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text);
 
 // ---- Files ----
 
+// _waccess(name, 0) succeeding: anything exists under the name.
+bool FileExists(const WCHAR *name);
+// The full file name of module (null: the program), cut to size - 1 and
+// always terminated; its length, 0 on failure.
+int ModuleFileName(HMODULE module, WCHAR *buffer, int size);
+// The locale-aware case-insensitive comparison of lstrcmpiW.
+int CompareNoCaseLocale(const WCHAR *a, const WCHAR *b);
+// An environment variable, cut to size - 1 and terminated; false (and "")
+// when it is not set.
+bool GetEnv(const WCHAR *name, WCHAR *buffer, int size);
+// Appends raw bytes to a file, creating it; other processes may read and
+// append at the same time. False when it cannot be opened or written.
+bool AppendToFile(const WCHAR *path, const void *data, size_t bytes);
+
 }  // namespace tv::plat

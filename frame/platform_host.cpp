@@ -118,6 +118,88 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
 
 // ---- Files ----
 
+namespace {
+
+// Host file names are UTF-8; backslashes are passed through as they are.
+std::string HostName(const WCHAR *name) {
+  std::string out;
+  for (; name && *name; ++name) {
+    unsigned c = *name;
+    if (c >= 0xD800 && c <= 0xDFFF) c = 0xFFFD;
+    if (c < 0x80) {
+      out += static_cast<char>(c);
+    } else if (c < 0x800) {
+      out += static_cast<char>(0xC0 | (c >> 6));
+      out += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+      out += static_cast<char>(0xE0 | (c >> 12));
+      out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      out += static_cast<char>(0x80 | (c & 0x3F));
+    }
+  }
+  return out;
+}
+
+std::u16string &ModuleName() {
+  static std::u16string name;
+  return name;
+}
+bool moduleNameSet = false;
+
+}  // namespace
+
+bool FileExists(const WCHAR *name) {
+  if (!name || !*name) return false;
+  FILE *f = std::fopen(HostName(name).c_str(), "rb");
+  if (!f) return false;
+  std::fclose(f);
+  return true;
+}
+
+int ModuleFileName(HMODULE, WCHAR *buffer, int size) {
+  if (!buffer || size < 1) return 0;
+  buffer[0] = 0;
+  if (!moduleNameSet) return 0;
+  int n = 0;
+  for (; n < size - 1 && n < static_cast<int>(ModuleName().size()); ++n) buffer[n] = ModuleName()[n];
+  buffer[n] = 0;
+  return n;
+}
+
+int CompareNoCaseLocale(const WCHAR *a, const WCHAR *b) {
+  for (;; ++a, ++b) {
+    int ca = UpperLatin1(*a), cb = UpperLatin1(*b);
+    if (ca != cb || !ca) return ca < cb ? -1 : ca > cb ? 1 : 0;
+  }
+}
+
+bool GetEnv(const WCHAR *name, WCHAR *buffer, int size) {
+  if (!buffer || size < 1) return false;
+  buffer[0] = 0;
+  const char *v = std::getenv(HostName(name).c_str());
+  if (!v) return false;
+  int n = 0;
+  for (; n < size - 1 && v[n]; ++n) buffer[n] = static_cast<unsigned char>(v[n]);
+  buffer[n] = 0;
+  return true;
+}
+
+bool AppendToFile(const WCHAR *path, const void *data, size_t bytes) {
+  std::string name = HostName(path);
+  if (name.empty()) return false;
+  FILE *f = std::fopen(name.c_str(), "ab");
+  if (!f) return false;
+  bool ok = std::fwrite(data, 1, bytes, f) == bytes;
+  return std::fclose(f) == 0 && ok;
+}
+
+namespace host {
+void SetModuleFileName(const WCHAR *name) {
+  moduleNameSet = name != nullptr;
+  ModuleName() = name ? name : u"";
+}
+}  // namespace host
+
 namespace host {
 
 namespace {

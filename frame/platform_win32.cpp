@@ -60,5 +60,7 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
 // ---- Dates and times ----
 
 // ---- Files ----
+// FileExists, ModuleFileName, CompareNoCaseLocale, GetEnv and AppendToFile
+// live in files/platform_files_win32.cpp.
 
 }  // namespace tv::plat

@@ -29,4 +29,7 @@ const ShownMessage &LastMessage();
 
 // ---- Files ----
 
+// The file name ModuleFileName reports for every module (null: none).
+void SetModuleFileName(const WCHAR *name);
+
 }  // namespace tv::plat::host

@@ -10,5 +10,6 @@
 #include "datetime.h"
 #include "settings.h"
 #include "controls.h"
+#include "files.h"
 
 #endif
