@@ -6,6 +6,8 @@
 
 #include <cstdint>
 
+static_assert(sizeof(DateTimeStruct) == 24, "six 32-bit fields on every platform");
+
 namespace {
 
 constexpr int kBaseYear = 1600;

@@ -75,7 +75,9 @@ class DatesPage : public demo::Page {
 
     f.BeginGroup(L"Reading a text (FormattedDateTime_To_DateTimeStruct)");
     f.Row(L"Text:");
-    text_ = f.Edit(kText, L"15 March 15", 0);
+    // A sample in the resource library's language, so that its month
+    // names read back.
+    text_ = f.Edit(kText, Formatted(DateTimeStruct{15, 3, 2015, 0, 0, 0}, L"%D1 %M4 %Y1").c_str(), 0);
     f.Row(L"Read with:");
     readFormat_ = f.Edit(kReadFormat, L"%D1 %M4 %Y2", 0);
     f.Row(L"Result:");

@@ -194,9 +194,10 @@ TEST_F(Formats, Parsing) {
     int rc = FormattedDateTime_To_DateTimeStruct(text.c_str(), &r, row.format);
     EXPECT_EQ(rc, row.rc) << "'" << row.text << "' with '" << Narrow(row.format) << "': "
                           << Show(r);
-    if (rc == 0 && row.rc == 0)
+    if (rc == 0 && row.rc == 0) {
       EXPECT_TRUE(Same(r, row.expect)) << "'" << row.text << "': got " << Show(r) << " expected "
                                        << Show(row.expect);
+    }
   }
   DateTimeStruct r{};
   EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(nullptr, &r, nullptr), -1);
@@ -221,7 +222,9 @@ TEST_F(Formats, DigitStringsAndOdbc) {
     WStr text = W(row.text);
     int rc = DigitString_To_DateTimeStruct(text.c_str(), &r, TEXT("%Y2%M2%D2"));
     EXPECT_EQ(rc, row.rc) << row.text << ": " << Show(r);
-    if (rc == 0) EXPECT_TRUE(Same(r, row.expect)) << row.text << ": " << Show(r);
+    if (rc == 0) {
+      EXPECT_TRUE(Same(r, row.expect)) << row.text << ": " << Show(r);
+    }
   }
   EXPECT_EQ(DigitString_To_DateTimeStruct(nullptr, nullptr, nullptr), -1);
 
