@@ -41,12 +41,28 @@ void ListItem(UINT list, int n, WCHAR *out, int size) {
   out[len] = 0;
 }
 
+// "%d" or, with pad, "%02d": the hot path of every numeric code.
+int IntText(WCHAR *out, int value, bool pad) {
+  WCHAR digits[12];
+  int n = 0;
+  int64_t v = value < 0 ? -int64_t{value} : value;
+  do {
+    digits[n++] = static_cast<WCHAR>('0' + v % 10);
+    v /= 10;
+  } while (v);
+  int len = 0;
+  if (value < 0) out[len++] = '-';
+  if (pad && n + len < 2) out[len++] = '0';
+  while (n) out[len++] = digits[--n];
+  out[len] = 0;
+  return len;
+}
+
 void Number(WCHAR *out, WCHAR digit, int value) {
-  if (digit == '0') {
+  if (digit == '0')
     out[0] = 0;
-    return;
-  }
-  tv::Format(out, kCodeSize, digit == '2' ? TEXT("%02d") : TEXT("%d"), value);
+  else
+    IntText(out, value, digit == '2');
 }
 
 // The text of one code into out (kCodeSize characters).
@@ -73,7 +89,7 @@ void CodeText(const DateTimeStruct &r, int weekday, WCHAR letter, WCHAR digit, W
       break;
     case 'Y':
       if (digit == '1')
-        tv::Format(out, kCodeSize, TEXT("%02d"), r.year % 100);
+        IntText(out, r.year % 100, true);
       else
         Number(out, digit, r.year);
       break;

@@ -7,6 +7,7 @@
 
 #include "fuzzutil.h"
 #include "hostplat.h"
+#include "text/wstr.h"
 #include "tvres.h"
 
 namespace {
@@ -60,6 +61,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     if (fullLen + 1 < n) fuzz::Check(std::memcmp(out.get(), full, (fullLen + 1) * sizeof(WCHAR)) == 0,
                                  "same text when it fits");
   }
+
+  // Numbers come out as printf would write them.
+  WCHAR mine[100], printf[100];
+  DateTimeStruct_To_FormattedDateTime(&r, mine, 100, u"%D1|%D2|%Y1|%H2|%h1|%U2|%S3");
+  int h12 = r.hour % 12;
+  tv::Format(printf, 100, u"%d|%02d|%02d|%02d|%d|%02d|%d", r.day, r.day, r.year % 100,
+             r.hour % 24, h12 == 0 ? 12 : h12, r.minute % 60, r.second % 60);
+  fuzz::Check(tv::Compare(mine, printf) == 0, "numbers as printf writes them");
 
   // Calendar routines with the same random values.
   DateTimeStruct o = {Int(in), Int(in), Int(in), Int(in), Int(in), Int(in)};

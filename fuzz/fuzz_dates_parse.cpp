@@ -18,12 +18,13 @@ void CheckResult(int rc, const DateTimeStruct &r) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   fuzz::Input in(data, size);
-  static bool once = [] {
+  if (in.Byte() & 1) {
     tv::plat::host::SetResString(IDS_LIST_MONTHS_SHORT,
                                  u"Jan|Feb|M\u00e4r|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Dez||");
-    return true;
-  }();
-  (void)once;
+  } else {
+    fuzz::WStr list = in.Text(u"janJAN|||\u00e4\u00c41", 200);
+    tv::plat::host::SetResString(IDS_LIST_MONTHS_SHORT, list.c_str());
+  }
   tv::plat::host::SetYearExpansionLimit(static_cast<int8_t>(in.Byte()));
   fuzz::WStr format = in.Text(u"%%%%DMYWHhUSP0123:. ", 60);
   fuzz::WStr text = in.Text(u"0123456789012345-,.: aApPmM\u00e4\u00c4rjanJANokt", 300);

@@ -103,7 +103,8 @@ void WINAPI FileTime_To_DateTimeStruct(const FILETIME *ft, DateTimeStruct *r);
  *   %H1 %H2 hour of 24, %h1 %h2 hour of 12 (0 as 12), %U minute, %S second
  *   %P1 " am"/" pm" (with the space), %P2 " AM"/" PM"
  * For numbers digit 2 pads to two digits, digit 0 hides the field. Other
- * letters produce nothing.
+ * letters produce nothing. A "%" with fewer than two characters after it
+ * ends the format for the formatter and the parser alike.
  * Names come from string lists of the resource library (items separated by
  * "|", translated):
  *   1400  long weekday names, Sunday first   (%W2)
