@@ -328,6 +328,10 @@ TEST(Calendar, ClockFileTimesAndDeltas) {
   DateTimeStruct local = Dt(st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond);
   EXPECT_LE(Get_DaysSinceBaseDate(&local) - Get_DaysSinceBaseDate(&r), 1) << Show(r);
   EXPECT_EQ(Is_Date_Correct(&r) + Is_Time_Correct(&r), 2) << Show(r);
+  DateTimeStruct since{}, hourBack = Dt(0, 0, 0, 1, 0, 0);
+  Tavona_GetTimeSince(&hourBack, &since);
+  unsigned gap = (Get_SecondsSinceMidnight(&r) + 86400u - Get_SecondsSinceMidnight(&since)) % 86400u;
+  EXPECT_TRUE(gap >= 3600 && gap <= 3610) << Show(r) << " and an hour back " << Show(since);
 
   struct Row { DateTimeStruct r; ULONGLONG fileTime; };
   const Row rows[] = {
