@@ -3,6 +3,7 @@ tavona_sources(
     datetime/estimate.cpp
     datetime/calendar.cpp
     datetime/formats.cpp
+    datetime/clock_host.cpp
   WINDOWS
     datetime/clock_win32.cpp
   EXPORTS

@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <map>
 #include <string>
 
@@ -116,40 +115,12 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
 }
 
 // ---- Dates and times ----
-
-namespace {
-bool clockFixed = false, clockFails = false;
-LocalTime fixedClock{};
-LONG yearLimit = 35;
-}  // namespace
-
-bool CurrentLocalTime(LocalTime &out) {
-  if (clockFails) return false;
-  if (clockFixed) {
-    out = fixedClock;
-    return true;
-  }
-  std::time_t t = std::time(nullptr);
-  std::tm tm{};
-  if (!localtime_r(&t, &tm)) return false;
-  out = {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec};
-  return true;
-}
-
-LONG YearExpansionLimit() { return yearLimit; }
+// CurrentLocalTime, YearExpansionLimit and their test controls:
+// datetime/clock_host.cpp.
 
 // ---- Files ----
 
 namespace host {
-
-// ---- Dates and times ----
-void SetClock(int year, int month, int day, int hour, int minute, int second) {
-  clockFixed = true;
-  fixedClock = {year, month, day, hour, minute, second};
-}
-void UseRealClock() { clockFixed = false; }
-void SetClockFails(bool fails) { clockFails = fails; }
-void SetYearExpansionLimit(LONG limit) { yearLimit = limit; }
 
 namespace {
 ShownMessage lastMessage;
