@@ -1,3 +1,19 @@
-tavona_sources(PORTABLE datetime/estimate.cpp EXPORTS datetime/exports.def)
+tavona_sources(
+  PORTABLE
+    datetime/estimate.cpp
+    datetime/calendar.cpp
+    datetime/formats.cpp
+    datetime/clock_host.cpp
+  WINDOWS
+    datetime/clock_win32.cpp
+  EXPORTS
+    datetime/exports.def)
 
 tavona_test(estimate_tests SOURCES tests/test_dates_estimate.cpp)
+tavona_test(dates_tests SOURCES tests/test_dates_calendar.cpp tests/test_dates_formats.cpp)
+tavona_test(dates_internal_tests HOST INTERNAL SOURCES tests/test_dates_internal.cpp)
+
+tavona_fuzz(fuzz_dates_format SOURCES fuzz/fuzz_dates_format.cpp)
+tavona_fuzz(fuzz_dates_parse SOURCES fuzz/fuzz_dates_parse.cpp)
+
+tavona_bench(bench_dates SOURCES bench/bench_dates.cpp)

@@ -47,6 +47,18 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text);
 
 // ---- Dates and times ----
 
+// The local date and time of the platform clock (_time64 and
+// _localtime64_s); false when the conversion fails.
+struct LocalTime {
+  int year, month, day, hour, minute, second;
+};
+bool CurrentLocalTime(LocalTime &out);
+
+// The two-digit year limit, read from the settings at every call:
+// HKEY_CURRENT_USER, the global parameters key, section "Year 2000", value
+// "YearExpansionLimit", default 35.
+LONG YearExpansionLimit();
+
 // ---- Files ----
 
 // _waccess(name, 0) succeeding: anything exists under the name.

@@ -115,6 +115,8 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
 }
 
 // ---- Dates and times ----
+// CurrentLocalTime, YearExpansionLimit and their test controls:
+// datetime/clock_host.cpp.
 
 // ---- Files ----
 

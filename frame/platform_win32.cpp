@@ -58,6 +58,8 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
 }
 
 // ---- Dates and times ----
+// CurrentLocalTime and YearExpansionLimit: datetime/clock_win32.cpp (they
+// need the C runtime's time functions and the settings store).
 
 // ---- Files ----
 // FileExists, ModuleFileName, CompareNoCaseLocale, GetEnv and AppendToFile

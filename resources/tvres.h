@@ -43,6 +43,10 @@
 #define IDS_CAPTION_ERROR_ALT 1521
 
 /* Dates and times: name lists, estimated time texts. */
+#define IDS_LIST_WEEKDAYS_LONG 1400  /* "Sunday|Monday|..." (%W2) */
+#define IDS_LIST_WEEKDAYS_SHORT 1401 /* "Sun|Mon|..." (%W1) */
+#define IDS_LIST_MONTHS_LONG 1402    /* "January|..." (%M4) */
+#define IDS_LIST_MONTHS_SHORT 1403   /* "Jan|..." (%M3, and read by the parser) */
 #define IDS_TIME_HOURS 3611   /* "%d hours" */
 #define IDS_TIME_HOUR 3612    /* "%d hour" */
 #define IDS_TIME_MINUTES 3613

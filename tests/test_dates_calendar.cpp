@@ -1,0 +1,372 @@
+// The calendar of DateTimeStruct: day numbers over the whole range against
+// the month-by-month walk they must reproduce, offsets, validity, Easter.
+#include <gtest/gtest.h>
+#include <tavona/datetime.h>
+
+#include <climits>
+#include <cstdint>
+#include <random>
+#include <string>
+
+#include "testutil.h"
+#ifndef _WIN32
+#include "hostplat.h"
+#endif
+
+namespace {
+
+std::string Show(const DateTimeStruct &r) {
+  return std::to_string(r.year) + "-" + std::to_string(r.month) + "-" + std::to_string(r.day) +
+         " " + std::to_string(r.hour) + ":" + std::to_string(r.minute) + ":" +
+         std::to_string(r.second);
+}
+
+bool Same(const DateTimeStruct &a, const DateTimeStruct &b) {
+  return a.day == b.day && a.month == b.month && a.year == b.year && a.hour == b.hour &&
+         a.minute == b.minute && a.second == b.second;
+}
+
+DateTimeStruct Dt(int y, int mo, int d, int h = 0, int mi = 0, int s = 0) {
+  return {d, mo, y, h, mi, s};
+}
+
+// The date of a day number exactly as documented: whole centuries, then
+// years, then months. Its own small length functions keep the walk over
+// every day fast, optimised even in the debug build.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC push_options
+#pragma GCC optimize("O2")
+#endif
+bool Leap(int y) { return (y % 4 == 0 && y % 100 != 0) || y % 400 == 0; }
+int YearLength(int y) { return Leap(y) ? 366 : 365; }
+int MonthLength(int y, int m) {
+  static const int len[12] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return m < 1 || m > 12 ? 30 : m == 2 && Leap(y) ? 29 : len[m - 1];
+}
+int CenturyLength(int y) { return y % 400 == 0 ? 36525 : 36524; }
+
+DateTimeStruct StepwiseDate(int days) {
+  DateTimeStruct r = Dt(1600, 1, 1);
+  if (days < 1) return r;
+  int rest = days;
+  if (rest >= 36525) {
+    int century = 36525;
+    while (rest >= century) {
+      rest -= century;
+      r.year += 100;
+      century = CenturyLength(r.year);
+    }
+  }
+  while (rest >= YearLength(r.year)) rest -= YearLength(r.year), ++r.year;
+  while (rest >= MonthLength(r.year, r.month)) rest -= MonthLength(r.year, r.month), ++r.month;
+  r.day = rest + 1;
+  return r;
+}
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC pop_options
+#endif
+
+// Adding an offset month by month, as documented (moderate values only).
+void StepwiseAdd(DateTimeStruct &r, const DateTimeStruct &o) {
+  auto carry = [](int &f, int add, int base, int &next) {
+    f += add;
+    if (f >= base) f -= base, ++next;
+    if (f < 0) f += base, --next;
+  };
+  carry(r.second, o.second, 60, r.minute);
+  carry(r.minute, o.minute, 60, r.hour);
+  carry(r.hour, o.hour, 24, r.day);
+  r.day += o.day;
+  while (r.day > Get_MonthLng(r.year, r.month)) {
+    r.day -= Get_MonthLng(r.year, r.month);
+    if (++r.month > 12) r.month = 1, ++r.year;
+  }
+  while (r.day < 0) {
+    r.day += Get_MonthLng(r.year, r.month);
+    if (--r.month < 1) r.month = 12, --r.year;
+  }
+  r.month += o.month;
+  if (r.month > 12) r.month -= 12, ++r.year;
+  if (r.month < 1) r.month += 12, --r.year;
+}
+
+}  // namespace
+
+// Every day of 1600 to 9999, forwards: the day number counts up by one, the
+// date matches the walk, the weekday turns by one.
+TEST(Calendar, EveryDayRoundTrips) {
+  DateTimeStruct end = Dt(9999, 12, 31);
+  const int last = Get_DaysSinceBaseDate(&end);
+  ASSERT_EQ(last, 3068036);
+  // Each day is checked against the documented walk from the base date and
+  // against the next day of the day before.
+  DateTimeStruct expect = Dt(1600, 1, 1);
+  int failures = 0;
+  for (int n = 0; n <= last && failures < 10; ++n) {
+    DateTimeStruct got{};
+    Get_DateSinceBaseDate(n, &got);
+    if (!Same(got, expect) || Get_DaysSinceBaseDate(&got) != n ||
+        Get_Weekday(&got) != (n + 6) % 7) {
+      ++failures;
+      ADD_FAILURE() << "day " << n << ": got " << Show(got) << " (number "
+                    << Get_DaysSinceBaseDate(&got) << ", weekday " << Get_Weekday(&got)
+                    << ") expected " << Show(expect);
+    }
+    if (!Same(StepwiseDate(n), expect)) {
+      ++failures;
+      ADD_FAILURE() << "the walk from the base date for day " << n << " gives "
+                    << Show(StepwiseDate(n));
+    }
+    if (++expect.day > Get_MonthLng(expect.year, expect.month)) {
+      expect.day = 1;
+      if (++expect.month > 12) expect.month = 1, ++expect.year;
+    }
+  }
+}
+
+// The documented walk in full for a spread of day numbers, and beyond the
+// range, where the numbers go on into later years.
+TEST(Calendar, DaysMatchTheStepwiseWalk) {
+  std::mt19937 rng(7);
+  std::uniform_int_distribution<int> any(-5, INT_MAX);
+  int days[2000 + 8] = {INT_MIN, -1, 0, 1, 36524, 36525, 36526, INT_MAX};
+  for (int i = 8; i < 2008; ++i) days[i] = i < 1008 ? any(rng) : any(rng) % 3100000;
+  for (int n : days) {
+    DateTimeStruct got{}, expect = StepwiseDate(n);
+    Get_DateSinceBaseDate(n, &got);
+    ASSERT_TRUE(Same(got, expect)) << n << ": got " << Show(got) << " expected " << Show(expect);
+  }
+}
+
+TEST(Calendar, DayNumbersOfKnownDates) {
+  struct Row { DateTimeStruct date; int days, weekday; };
+  const Row rows[] = {
+      {Dt(1600, 1, 1), 0, 6},        {Dt(1600, 12, 31), 365, 0},
+      {Dt(1601, 1, 1), 366, 1},      {Dt(1700, 3, 1), 36584, 1},
+      {Dt(2000, 2, 29), 146156, 2},  {Dt(2015, 11, 15), 151894, 0},
+      {Dt(1900, 2, 29), 0, 6},       // no leap day in 1900: invalid
+      {Dt(1599, 12, 31), 0, 6},      {Dt(10000, 1, 1), 0, 6},
+      {Dt(2015, 13, 1), 0, 6},       {Dt(2015, 4, 31), 0, 6},
+      {Dt(2015, 4, 0), 0, 6},        {Dt(9999, 12, 31, 99, -1, 70), 3068036, 5},
+  };
+  for (const Row &r : rows) {
+    EXPECT_EQ(Get_DaysSinceBaseDate(&r.date), r.days) << Show(r.date);
+    EXPECT_EQ(Get_Weekday(&r.date), r.weekday) << Show(r.date);
+  }
+  EXPECT_EQ(Get_DaysSinceBaseDate(nullptr), 0);
+  DateTimeStruct untouched = Dt(1, 2, 3, 4, 5, 6);
+  Get_DateSinceBaseDate(10, nullptr);
+  Get_DateSinceBaseDate(-7, &untouched);
+  EXPECT_TRUE(Same(untouched, Dt(1600, 1, 1))) << Show(untouched);
+}
+
+TEST(Calendar, LengthsAndValidity) {
+  struct Len { int year, month, expect; };
+  const Len months[] = {{2000, 2, 29}, {1900, 2, 28}, {2015, 2, 28}, {2016, 2, 29},
+                        {2015, 1, 31}, {2015, 4, 30}, {2015, 12, 31}, {2000, 13, 30},
+                        {2000, 0, 30},  {2000, -1, 30}, {2000, INT_MIN, 30}};
+  for (const Len &m : months)
+    EXPECT_EQ(Get_MonthLng(m.year, m.month), m.expect) << m.year << "-" << m.month;
+  EXPECT_EQ(Get_YearLng(1600), 366);
+  EXPECT_EQ(Get_YearLng(1700), 365);
+  EXPECT_EQ(Get_YearLng(2024), 366);
+  EXPECT_EQ(Get_CenturyLng(1600), 36525);
+  EXPECT_EQ(Get_CenturyLng(1700), 36524);
+  EXPECT_EQ(Get_CenturyLng(2000), 36525);
+  EXPECT_EQ(Get_CenturyLng(2001), 36524);
+
+  struct Check { DateTimeStruct r; UINT flags; int expect; };
+  const Check checks[] = {
+      {Dt(2015, 1, 31), 0, 1},          {Dt(2015, 1, 31), 1, 0},   // 30-day months
+      {Dt(2015, 2, 30), 1, 1},          {Dt(2015, 2, 30), 0, 0},
+      {Dt(2015, 2, 30), 4, 1},          {Dt(2015, 1, 1, 24), 0, 0},  // date not checked
+      {Dt(2015, 1, 1, 24), 2, 1},       {Dt(2015, 1, 1, 23, 59, 59), 0, 1},
+      {Dt(2015, 1, 1, 0, 60), 0, 0},    {Dt(2015, 1, 1, 0, 0, -1), 0, 0},
+      {Dt(1599, 12, 31), 2, 0},         {Dt(9999, 12, 31), 2, 1},
+      {Dt(10000, 1, 1), 2, 0},          {Dt(2015, 0, 1), 2, 0},
+      {Dt(2015, 1, 0), 2, 0},           {Dt(0, 0, 0, -1), 6, 1},
+  };
+  for (const Check &c : checks)
+    EXPECT_EQ(Tavona_VerifyDateTime(&c.r, c.flags), c.expect) << Show(c.r) << " flags " << c.flags;
+  DateTimeStruct badTime = Dt(2015, 1, 31, 25);
+  EXPECT_EQ(Is_Date_Correct_Extended(&badTime, 0), 1);
+  EXPECT_EQ(Is_Date_Correct_Extended(&badTime, 1), 0);
+  EXPECT_EQ(Is_Date_Correct(&badTime), 1);
+  EXPECT_EQ(Is_Time_Correct(&badTime), 0);
+  EXPECT_EQ(Tavona_VerifyDateTime(nullptr, 6), 0);
+}
+
+TEST(Calendar, CompareAndSmallRoutines) {
+  struct Row { DateTimeStruct a, b; int expect; };
+  const Row rows[] = {
+      {Dt(2015, 1, 1), Dt(2015, 1, 1), 0},
+      {Dt(2014, 12, 31, 23, 59, 59), Dt(2015, 1, 1), -1},
+      {Dt(2015, 2, 1), Dt(2015, 1, 31), 1},
+      {Dt(2015, 1, 1, 0, 0, 1), Dt(2015, 1, 1, 0, 0, 0), 1},
+      {Dt(2015, 1, 1, 0, 0, -1), Dt(2015, 1, 1, 0, 0, 0), -1},  // signed, not validated
+      {Dt(2015, 1, 1, INT_MIN), Dt(2015, 1, 1, INT_MAX), -1},
+  };
+  for (const Row &r : rows)
+    EXPECT_EQ(CompareDateTimeStructs(&r.a, &r.b), r.expect) << Show(r.a) << " vs " << Show(r.b);
+  EXPECT_EQ(CompareDateTimeStructs(nullptr, &rows[0].b), 0);
+
+  DateTimeStruct r{};
+  EXPECT_EQ(Tavona_SetDateTimeStruct(&r, 2015, 11, 15, 8, 5, 9), 9);
+  EXPECT_TRUE(Same(r, Dt(2015, 11, 15, 8, 5, 9))) << Show(r);
+  EXPECT_EQ(Get_SecondsSinceMidnight(&r), 8u * 3600 + 5 * 60 + 9);
+  DateTimeStruct neg = Dt(0, 0, 0, -1, 0, 0);
+  EXPECT_EQ(Get_SecondsSinceMidnight(&neg), 0u - 3600u);
+  DateTimeStruct o = Dt(1, -2, 3, INT_MIN, 0, -7);
+  EXPECT_EQ(Tavona_InvertDateTimeOffset(&o), 7);
+  EXPECT_TRUE(Same(o, Dt(-1, 2, -3, INT_MIN, 0, 7))) << Show(o);
+}
+
+TEST(Calendar, OffsetsCarryOnceAndBorrowTheMonthLeft) {
+  struct Row { DateTimeStruct r, o, expect; const char *what; };
+  const Row rows[] = {
+      {Dt(2015, 12, 31), Dt(0, 0, 1), Dt(2016, 1, 1), "into the next year"},
+      {Dt(2015, 3, 1), Dt(0, 0, -3), Dt(2015, 2, 29), "borrows March's 31 days"},
+      {Dt(2015, 3, 1), Dt(0, 0, -1), Dt(2015, 3, 0), "day 0 is kept"},
+      {Dt(2015, 1, 31), Dt(0, 1, 0), Dt(2015, 2, 31), "the day is not re-checked"},
+      {Dt(2015, 6, 15), Dt(5, 0, 0), Dt(2015, 6, 15), "the offset's year is unused"},
+      {Dt(2015, 12, 15), Dt(0, 1, 0), Dt(2016, 1, 15), "month carries into the year"},
+      {Dt(2015, 1, 15), Dt(0, -1, 0), Dt(2014, 12, 15), "month borrows from the year"},
+      {Dt(2015, 1, 1, 23, 59, 59), Dt(0, 0, 0, 0, 0, 1), Dt(2015, 1, 2, 0, 0, 0), "seconds up"},
+      {Dt(2015, 1, 1, 0, 0, 0), Dt(0, 0, 0, 0, 0, -1), Dt(2015, 1, 0, 23, 59, 59), "seconds down"},
+      {Dt(2015, 1, 1, 0, 0, 0), Dt(0, 0, 0, 0, 0, 150), Dt(2015, 1, 1, 0, 1, 90),
+       "a single carry only"},
+      {Dt(2016, 1, 1), Dt(0, 0, 366), Dt(2017, 1, 1), "a leap year of days"},
+      {Dt(2015, 3, 1), Dt(0, 0, -400), Dt(2014, 1, 25), "a long walk back"},
+  };
+  for (const Row &row : rows) {
+    DateTimeStruct r = row.r;
+    Tavona_AddDateTimeOffset(&r, &row.o);
+    EXPECT_TRUE(Same(r, row.expect))
+        << row.what << ": " << Show(row.r) << " + " << Show(row.o) << " gave " << Show(r)
+        << " expected " << Show(row.expect);
+  }
+}
+
+// Offsets of every size against the month-by-month walk, including days
+// that cross many 400-year cycles and months outside 1 to 12.
+TEST(Calendar, OffsetsMatchTheMonthWalk) {
+  std::mt19937 rng(11);
+  std::uniform_int_distribution<int> small(-59, 59), hours(-23, 23), days(-3000000, 3000000),
+      months(-30, 30), years(-3000, 12000), field(-100, 100);
+  for (int i = 0; i < 3000; ++i) {
+    DateTimeStruct r = {field(rng), months(rng), years(rng), hours(rng), small(rng), small(rng)};
+    if (i % 3 == 0) r.month = 1 + (r.month + 60) % 12;
+    DateTimeStruct o = {days(rng) >> (i % 16), months(rng), years(rng), hours(rng), small(rng),
+                        small(rng)};
+    DateTimeStruct got = r, expect = r;
+    Tavona_AddDateTimeOffset(&got, &o);
+    StepwiseAdd(expect, o);
+    ASSERT_TRUE(Same(got, expect)) << Show(r) << " + " << Show(o) << " gave " << Show(got)
+                                   << " expected " << Show(expect);
+  }
+  // The extremes end without walking two billion months.
+  DateTimeStruct r = Dt(2015, INT_MIN, INT_MAX), o = Dt(0, 0, INT_MAX);
+  Tavona_AddDateTimeOffset(&r, &o);
+  r = Dt(INT_MAX - 10, 5, INT_MIN);
+  Tavona_AddDateTimeOffset(&r, &o);
+  r = Dt(2015, INT_MAX, INT_MIN + 5);
+  o = Dt(0, 0, -INT_MAX);
+  Tavona_AddDateTimeOffset(&r, &o);
+  Tavona_AddDateTimeOffset(nullptr, &o);
+}
+
+// Knuth's steps against the anonymous Gregorian algorithm (Meeus) for every
+// year they both cover.
+TEST(Calendar, EasterSunday) {
+  struct Row { int year, month, day; };
+  const Row rows[] = {{2000, 4, 23}, {2015, 4, 5},  {2019, 4, 21}, {1818, 3, 22},
+                      {1954, 4, 18}, {1981, 4, 19}, {2285, 3, 22}, {2038, 4, 25}};
+  for (const Row &row : rows) {
+    DateTimeStruct r = Dt(1, 1, 1, 5, 5, 5);
+    EXPECT_EQ(Tavona_ComputeEasterSunday(row.year, &r), 0);
+    EXPECT_TRUE(Same(r, Dt(row.year, row.month, row.day))) << row.year << ": " << Show(r);
+  }
+  for (int y = 1583; y <= 9999; ++y) {
+    int a = y % 19, b = y / 100, c = y % 100, d = b / 4, e = b % 4, f = (b + 8) / 25;
+    int g = (b - f + 1) / 3, h = (19 * a + b - d - g + 15) % 30, i = c / 4, k = c % 4;
+    int l = (32 + 2 * e + 2 * i - h - k) % 7, m = (a + 11 * h + 22 * l) / 451;
+    int month = (h + l - 7 * m + 114) / 31, day = (h + l - 7 * m + 114) % 31 + 1;
+    DateTimeStruct r{};
+    Tavona_ComputeEasterSunday(y, &r);
+    ASSERT_TRUE(Same(r, Dt(y, month, day))) << y << ": " << Show(r);
+  }
+  DateTimeStruct r{};
+  Tavona_ComputeEasterSunday(INT_MIN, &r);
+  Tavona_ComputeEasterSunday(INT_MAX, &r);
+  EXPECT_EQ(Tavona_ComputeEasterSunday(2000, nullptr), 0);
+}
+
+#ifndef _WIN32
+TEST(Calendar, ClockAndTimeSince) {
+  tv::plat::host::SetClock(2016, 3, 1, 0, 0, 30);
+  DateTimeStruct r{};
+  Get_CurrentDateAndTime(&r);
+  EXPECT_TRUE(Same(r, Dt(2016, 3, 1, 0, 0, 30))) << Show(r);
+  // One day and one minute back from 1 March: the day -1 borrows the 31
+  // days of March, the month being left.
+  DateTimeStruct since{}, offset = Dt(0, 0, 1, 0, 1, 0);
+  Tavona_GetTimeSince(&offset, &since);
+  EXPECT_TRUE(Same(since, Dt(2016, 2, 30, 23, 59, 30))) << Show(since);
+  EXPECT_TRUE(Same(offset, Dt(0, 0, 1, 0, 1, 0))) << "the offset is left alone";
+  tv::plat::host::SetClockFails(true);
+  Get_CurrentDateAndTime(&r);
+  EXPECT_TRUE(Same(r, Dt(1900, 1, 1))) << Show(r);
+  tv::plat::host::SetClockFails(false);
+  tv::plat::host::UseRealClock();
+}
+#else
+TEST(Calendar, ClockFileTimesAndDeltas) {
+  DateTimeStruct r{};
+  Get_CurrentDateAndTime(&r);
+  SYSTEMTIME st;
+  GetLocalTime(&st);
+  DateTimeStruct local = Dt(st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond);
+  EXPECT_LE(Get_DaysSinceBaseDate(&local) - Get_DaysSinceBaseDate(&r), 1) << Show(r);
+  EXPECT_EQ(Is_Date_Correct(&r) + Is_Time_Correct(&r), 2) << Show(r);
+  DateTimeStruct since{}, hourBack = Dt(0, 0, 0, 1, 0, 0);
+  Tavona_GetTimeSince(&hourBack, &since);
+  unsigned gap = (Get_SecondsSinceMidnight(&r) + 86400u - Get_SecondsSinceMidnight(&since)) % 86400u;
+  EXPECT_TRUE(gap >= 3600 && gap <= 3610) << Show(r) << " and an hour back " << Show(since);
+
+  struct Row { DateTimeStruct r; ULONGLONG fileTime; };
+  const Row rows[] = {
+      {Dt(1601, 1, 1, 1, 0, 0), 0},
+      {Dt(1601, 1, 1, 2, 0, 1), 36010000000ull},
+      {Dt(2015, 11, 15, 8, 5, 9), 0},  // against SystemTimeToFileTime below
+      {Dt(9999, 12, 31, 23, 59, 59), 0},
+  };
+  for (const Row &row : rows) {
+    ULONGLONG expect = row.fileTime;
+    if (row.r.year > 1601) {
+      SYSTEMTIME s = {static_cast<WORD>(row.r.year), static_cast<WORD>(row.r.month), 0,
+                      static_cast<WORD>(row.r.day), static_cast<WORD>(row.r.hour),
+                      static_cast<WORD>(row.r.minute), static_cast<WORD>(row.r.second), 0};
+      FILETIME ft;
+      ASSERT_TRUE(SystemTimeToFileTime(&s, &ft));
+      expect = (ULONGLONG{ft.dwHighDateTime} << 32 | ft.dwLowDateTime) - 36000000000ull;
+    }
+    FILETIME ft{};
+    DateTimeStruct_To_FileTime(&row.r, &ft);
+    EXPECT_EQ(ULONGLONG{ft.dwHighDateTime} << 32 | ft.dwLowDateTime, expect) << Show(row.r);
+    DateTimeStruct back{};
+    FileTime_To_DateTimeStruct(&ft, &back);
+    EXPECT_TRUE(Same(back, row.r)) << Show(back);
+  }
+  FILETIME zero{};
+  FileTime_To_DateTimeStruct(&zero, &r);
+  EXPECT_TRUE(Same(r, Dt(1601, 1, 1, 1, 0, 0))) << Show(r);
+  DateTimeStruct_To_FileTime(nullptr, &zero);
+  FileTime_To_DateTimeStruct(nullptr, &r);
+
+  SYSTEMTIME a{2015, 1, 0, 1, 23, 59, 59, 500}, b{2015, 1, 0, 2, 0, 0, 1, 0};
+  EXPECT_EQ(Tavona_GetSystemTimeDelta(&a, &b), -(23 * 3600 + 59 * 60 + 58) * 1000 - 500)
+      << "the date is ignored across midnight";
+  EXPECT_EQ(Tavona_GetSystemTimeDelta(&b, &a), (23 * 3600 + 59 * 60 + 58) * 1000 + 500);
+  EXPECT_EQ(Tavona_GetSystemTimeDelta(nullptr, &a), 0);
+}
+#endif

@@ -1,0 +1,357 @@
+// The date and time text formats: formatter, parser, digit strings and the
+// ODBC forms, with the name lists of the resource library.
+#include <gtest/gtest.h>
+#include <tavona/datetime.h>
+#include <tavona/frame.h>
+
+#include <climits>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#include "tvres.h"
+#ifndef _WIN32
+#include "hostplat.h"
+#endif
+
+namespace {
+
+using WStr = std::basic_string<WCHAR>;
+
+const WCHAR *const kEnglish[] = {
+    TEXT("Sunday|Monday|Tuesday|Wednesday|Thursday|Friday|Saturday"),
+    TEXT("Sun|Mon|Tue|Wed|Thu|Fri|Sat"),
+    TEXT("January|February|March|April|May|June|July|August|September|October|November|December"),
+    TEXT("Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec")};
+
+// Item n of a name list as the resource library has it.
+WStr NameItem(UINT list, int n) {
+  WCHAR text[1024] = {};
+#ifdef _WIN32
+  LoadStringW(Tavona_GetResourceModule(), list, text, 1024);
+#else
+  WStr s = kEnglish[list - IDS_LIST_WEEKDAYS_LONG];
+  std::copy(s.begin(), s.end(), text);
+#endif
+  WStr all = text, item;
+  size_t at = 0;
+  for (int i = 0; i < n && at != WStr::npos; ++i) {
+    at = all.find('|', at);
+    if (at != WStr::npos) ++at;
+  }
+  if (at == WStr::npos) return {};
+  return all.substr(at, all.find('|', at) - at);
+}
+
+void UseNames(const WCHAR *const lists[4]) {
+#ifndef _WIN32
+  for (UINT i = 0; i < 4; ++i) tv::plat::host::SetResString(IDS_LIST_WEEKDAYS_LONG + i, lists[i]);
+#endif
+}
+
+std::string Show(const DateTimeStruct &r) {
+  return std::to_string(r.year) + "-" + std::to_string(r.month) + "-" + std::to_string(r.day) +
+         " " + std::to_string(r.hour) + ":" + std::to_string(r.minute) + ":" +
+         std::to_string(r.second);
+}
+
+bool Same(const DateTimeStruct &a, const DateTimeStruct &b) {
+  return a.day == b.day && a.month == b.month && a.year == b.year && a.hour == b.hour &&
+         a.minute == b.minute && a.second == b.second;
+}
+
+DateTimeStruct Dt(int y, int mo, int d, int h = 0, int mi = 0, int s = 0) {
+  return {d, mo, y, h, mi, s};
+}
+
+WStr W(const char *s) { return WStr(s, s + std::char_traits<char>::length(s)); }
+
+WStr Formatted(const DateTimeStruct &r, const WCHAR *format, int size = 200) {
+  std::vector<WCHAR> out(size + 1, 'x');
+  DateTimeStruct_To_FormattedDateTime(&r, out.data(), size, format);
+  EXPECT_EQ(out[size], 'x') << "wrote past " << size;
+  return WStr(out.data(), std::find(out.begin(), out.begin() + size, 0) - out.begin());
+}
+
+class Formats : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    UseNames(kEnglish);
+#ifndef _WIN32
+    tv::plat::host::SetYearExpansionLimit(35);
+#endif
+  }
+};
+
+}  // namespace
+
+TEST_F(Formats, Codes) {
+  const DateTimeStruct nov = Dt(2015, 11, 15, 8, 5, 9);  // a Sunday
+  struct Row { DateTimeStruct r; const WCHAR *format; WStr expect; };
+  const Row rows[] = {
+      {nov, nullptr, TEXT("15.11.2015")},
+      {nov, TEXT(""), TEXT("15.11.2015")},
+      {nov, TEXT("%W0%D1.%M1.%Y2"), TEXT("15.11.2015")},
+      {Dt(2007, 3, 5), TEXT("%D2.%M2.%Y1"), TEXT("05.03.07")},
+      {Dt(2000, 1, 5), TEXT("%Y1|%Y2|%Y7"), TEXT("00|2000|2000")},
+      {Dt(2015, 1, 22), TEXT("%D3"), TEXT("22th")},
+      {Dt(2015, 1, 1), TEXT("%D3 %D1"), TEXT("1st 1")},
+      {Dt(2015, 1, 2), TEXT("%D3"), TEXT("2nd")},
+      {Dt(2015, 1, 3), TEXT("%D3"), TEXT("3rd")},
+      {Dt(2015, 1, 21), TEXT("%D3,%D0,%D4,%D9"), TEXT("21th,,,")},
+      {Dt(2015, 1, 1, 0, 30), TEXT("%h1"), TEXT("12")},
+      {Dt(2015, 1, 1, 13, 5), TEXT("%h2:%U2%P1"), TEXT("01:05 pm")},
+      {Dt(2015, 1, 1, 12, 0), TEXT("%H1%P2"), TEXT("12 PM")},
+      {Dt(2015, 1, 1, 11, 59), TEXT("%H1%P2%P0"), TEXT("11 AM")},
+      {Dt(2015, 1, 1, 25, 61, 7), TEXT("%H2:%U2:%S1"), TEXT("01:01:7")},
+      {Dt(2015, 1, 1, 0, 0, 0), TEXT("%H0%h0%U0%S0|"), TEXT("|")},
+      {nov, TEXT("%W1 %W2 %M3 %M4"),
+       NameItem(IDS_LIST_WEEKDAYS_SHORT, 0) + TEXT(" ") + NameItem(IDS_LIST_WEEKDAYS_LONG, 0) +
+           TEXT(" ") + NameItem(IDS_LIST_MONTHS_SHORT, 10) + TEXT(" ") +
+           NameItem(IDS_LIST_MONTHS_LONG, 10)},
+      {Dt(2015, 13, 1), TEXT("<%M4><%M3>"), TEXT("<><>")},  // no such item
+      {Dt(2015, 0, 1), TEXT("<%M4><%W2>"), TEXT("<><") + NameItem(IDS_LIST_WEEKDAYS_LONG, 6) + TEXT(">")},
+      {nov, TEXT("%X1%%Q1-%q"), TEXT("1-")},  // unknown letters; a short tail ends
+      {nov, TEXT("100%"), TEXT("100")},
+      {nov, TEXT("%D"), TEXT("")},
+  };
+  for (const Row &r : rows) {
+    WStr got = Formatted(r.r, r.format);
+    EXPECT_EQ(got, r.expect) << Show(r.r) << " with '" << Narrow(r.format) << "': got '"
+                             << Narrow(got) << "' expected '" << Narrow(r.expect) << "'";
+  }
+}
+
+// Literal text fills the room up to the terminator; a code goes in whole or
+// not at all, and the walk goes on after it.
+TEST_F(Formats, NeverPastTheSizeNorHalfACode) {
+  const DateTimeStruct r = Dt(2015, 11, 15);
+  struct Row { const WCHAR *format; int size; WStr expect; };
+  const Row rows[] = {
+      {TEXT("%Y2"), 5, TEXT("")},        {TEXT("%Y2"), 6, TEXT("2015")},
+      {TEXT("ab%Y2cd"), 2, TEXT("a")},   {TEXT("ab%Y2cd"), 3, TEXT("ab")},
+      {TEXT("ab%Y2cd"), 7, TEXT("abcd")}, {TEXT("ab%Y2cd"), 8, TEXT("ab2015c")},
+      {TEXT("ab%Y2cd"), 9, TEXT("ab2015cd")},
+      {TEXT("%D1.%M1.%Y2"), 11, TEXT("15.11.")}, {TEXT("%D1.%M1.%Y2"), 12, TEXT("15.11.2015")},
+  };
+  for (const Row &row : rows) {
+    WStr got = Formatted(r, row.format, row.size);
+    EXPECT_EQ(got, row.expect) << "'" << Narrow(row.format) << "' in " << row.size << ": got '"
+                               << Narrow(got) << "'";
+  }
+  WCHAR untouched[2] = {'x', 'x'};
+  DateTimeStruct_To_FormattedDateTime(&r, untouched, 1, nullptr);
+  DateTimeStruct_To_FormattedDateTime(&r, untouched, 0, nullptr);
+  DateTimeStruct_To_FormattedDateTime(&r, untouched, -5, nullptr);
+  DateTimeStruct_To_FormattedDateTime(nullptr, untouched, 2, nullptr);
+  EXPECT_EQ(untouched[0], 'x');
+  DateTimeStruct_To_FormattedDateTime(&r, nullptr, 100, nullptr);
+  // The time variant has no default of its own.
+  WCHAR out[50];
+  DateTimeStruct_To_FormattedTime(&r, out, 50, TEXT(""));
+  EXPECT_EQ(WStr(out), TEXT("15.11.2015"));
+}
+
+TEST_F(Formats, Parsing) {
+  struct Row { const char *text; const WCHAR *format; int rc; DateTimeStruct expect; };
+  const DateTimeStruct kAny{};
+  const Row rows[] = {
+      {"3.4.15", nullptr, 0, Dt(2015, 4, 3)},
+      {"3.4.35", TEXT(""), 0, Dt(2035, 4, 3)},
+      {"3.4.36", nullptr, 0, Dt(1936, 4, 3)},
+      {"150370", nullptr, 0, Dt(1970, 3, 15)},  // digits only: a digit string
+      {"1503", nullptr, 0, Dt(1900, 3, 15)},
+      {"150", nullptr, -1, kAny},                // too short for one: day 150
+      {"12:10 pm", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 0, 10)},
+      {"12:10 am", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 12, 10)},
+      {"1:05 PM", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 13, 5)},
+      {"1:05 xx", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 1, 5)},
+      {"1:05 pm", TEXT("%H1:%U2%P1"), 0, Dt(2000, 1, 1, 1, 5)},  // 24-hour clock
+      {"8:05:09", TEXT("%H1:%U2:%S2"), 0, Dt(2000, 1, 1, 8, 5, 9)},
+      {"-5.-3.-2015", nullptr, 0, Dt(2015, 3, 5)},  // minus signs are skipped
+      {"1,2,2015", nullptr, 0, Dt(2015, 2, 1)},
+      {"date 1 / 2 / 2015 end", TEXT("%D1-%M1-%Y2"), 0, Dt(2015, 2, 1)},
+      {"29.2.2016", nullptr, 0, Dt(2016, 2, 29)},
+      {"29.2.2015", nullptr, -1, kAny},
+      {"31.4.2015", nullptr, -1, kAny},
+      {"1.1.1599", nullptr, -1, kAny},
+      {"1.1.10000", nullptr, -1, kAny},
+      {"1.1.4294969311", nullptr, -1, kAny},  // no wrap into 2015
+      {"", nullptr, -1, kAny},
+      {"3/2015", TEXT("%M1/%Y2"), 0, Dt(2015, 3, 1)},
+      {"1:60", TEXT("%H1:%U2"), -1, kAny},
+      {"Sunday 15.11.2015", TEXT("%W2 %D1.%M1.%Y2"), 0, Dt(2015, 11, 15)},
+      {"15 March 2015", TEXT("%D1 %M4 %Y2"), 0, Dt(2015, 3, 15)},
+      {"15 MAR 2015", TEXT("%D1 %M3 %Y2"), 0, Dt(2015, 3, 15)},
+      {"15 dec. 15", TEXT("%D1 %M3 %Y2"), 0, Dt(2015, 12, 15)},
+      {"15 2015 Mar", TEXT("%D1 %M3 %Y2"), -1, kAny},  // the name after a digit
+      {"15 Marx 7", TEXT("%D1 %M3 %Y2"), 0, Dt(2007, 3, 15)},
+  };
+  for (const Row &row : rows) {
+    DateTimeStruct r = Dt(1, 1, 1, 1, 1, 1);
+    WStr text = W(row.text);
+    int rc = FormattedDateTime_To_DateTimeStruct(text.c_str(), &r, row.format);
+    EXPECT_EQ(rc, row.rc) << "'" << row.text << "' with '" << Narrow(row.format) << "': "
+                          << Show(r);
+    if (rc == 0 && row.rc == 0) {
+      EXPECT_TRUE(Same(r, row.expect)) << "'" << row.text << "': got " << Show(r) << " expected "
+                                       << Show(row.expect);
+    }
+  }
+  DateTimeStruct r{};
+  EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(nullptr, &r, nullptr), -1);
+  EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(TEXT("1.1.2015"), nullptr, nullptr), -1);
+  EXPECT_EQ(FormattedTime_To_DateTimeStruct(TEXT("23:59:58"), &r, nullptr), 0);
+  EXPECT_TRUE(Same(r, Dt(2000, 1, 1, 23, 59, 58))) << Show(r);
+  EXPECT_EQ(FormattedDate_To_DateTimeStruct(TEXT("2.1.2015"), &r, TEXT("%M1/%D1/%Y2")), 0);
+  EXPECT_TRUE(Same(r, Dt(2015, 2, 1))) << Show(r);
+}
+
+TEST_F(Formats, DigitStringsAndOdbc) {
+  struct Row { const char *text; int rc; DateTimeStruct expect; };
+  const Row rows[] = {
+      {"15032015", 0, Dt(2015, 3, 15)}, {"150315", 0, Dt(2015, 3, 15)},
+      {"1503", 0, Dt(1900, 3, 15)},     {"15031", 0, Dt(1900, 3, 15)},
+      {"3103", 0, Dt(1900, 3, 31)},     {"3102", -1, {}},
+      {"150", -1, {}},                  {"20151503", -1, {}},  // always day first
+      {"0101999999999999", -1, {}},
+  };
+  for (const Row &row : rows) {
+    DateTimeStruct r{};
+    WStr text = W(row.text);
+    int rc = DigitString_To_DateTimeStruct(text.c_str(), &r, TEXT("%Y2%M2%D2"));
+    EXPECT_EQ(rc, row.rc) << row.text << ": " << Show(r);
+    if (rc == 0) {
+      EXPECT_TRUE(Same(r, row.expect)) << row.text << ": " << Show(r);
+    }
+  }
+  EXPECT_EQ(DigitString_To_DateTimeStruct(nullptr, nullptr, nullptr), -1);
+
+  const DateTimeStruct r = Dt(2015, 11, 15, 8, 5, 9);
+  WCHAR out[40];
+  DateTimeStruct_To_OdbcTimeStamp(&r, out, 40);
+  EXPECT_EQ(WStr(out), TEXT("2015-11-15 08:05:09"));
+  DateTimeStruct back{};
+  EXPECT_EQ(OdbcTimeStamp_To_DateTimeStruct(out, &back), 0);
+  EXPECT_TRUE(Same(back, r)) << Show(back);
+  DateTimeStruct_To_OdbcDateConstant(&r, out, 40);
+  EXPECT_EQ(WStr(out), TEXT("#11/15/2015#"));
+  DateTimeStruct_To_OdbcTimeStamp(&r, out, 5);
+  EXPECT_EQ(WStr(out), TEXT("2015"));
+  EXPECT_EQ(OdbcTimeStamp_To_DateTimeStruct(TEXT("2015-02-30 00:00:00"), &back), -1);
+}
+
+// Every date written with a format reads back with the same format (the
+// hours 0 and 12 on the 12-hour clock excepted).
+TEST_F(Formats, RoundTrips) {
+  const WCHAR *const formats[] = {
+      TEXT("%D2.%M2.%Y2 %H2:%U2:%S2"), TEXT("%W2, %D1. %M4 %Y2 %h1:%U2:%S2%P1"),
+      TEXT("%M3 %D3 %Y2, %h2.%U2.%S2%P2"), TEXT("%Y2-%M2-%D2T%H1.%U2.%S2"), TEXT("%D1/%M1/%Y1")};
+  std::mt19937 rng(3);
+  std::uniform_int_distribution<int> day(0, 3068036), sec(0, 86399);
+  for (int i = 0; i < 3000; ++i) {
+    DateTimeStruct r{};
+    Get_DateSinceBaseDate(day(rng), &r);
+    int s = sec(rng);
+    r.hour = s / 3600, r.minute = s / 60 % 60, r.second = s % 60;
+    for (const WCHAR *f : formats) {
+      DateTimeStruct expect = r;
+      // The 12-hour clock reads 12 am as 12 and 12 pm as 0, as it stands.
+      if (WStr(f).find(TEXT("%h")) != WStr::npos && r.hour % 12 == 0) expect.hour = 12 - r.hour;
+      if (f == formats[4]) {
+        expect.hour = expect.minute = expect.second = 0;
+        if (expect.year < 1936 || expect.year > 2035) continue;
+      }
+      WCHAR text[200];
+      DateTimeStruct_To_FormattedDateTime(&r, text, 200, f);
+      DateTimeStruct back{};
+      int rc = FormattedDateTime_To_DateTimeStruct(text, &back, f);
+      ASSERT_TRUE(rc == 0 && Same(back, expect))
+          << Show(r) << " as '" << Narrow(text) << "' read back " << rc << " " << Show(back);
+    }
+  }
+}
+
+// Month names in any case, by the user-interface upper-casing.
+TEST_F(Formats, MonthNamesInAnyCase) {
+#ifndef _WIN32
+  const WCHAR *const german[] = {
+      TEXT("Sonntag|Montag|Dienstag|Mittwoch|Donnerstag|Freitag|Samstag"),
+      TEXT("So|Mo|Di|Mi|Do|Fr|Sa"),
+      TEXT("Januar|Februar|M\u00e4rz|April|Mai|Juni|Juli|August|September|Oktober|November|"
+           "Dezember"),
+      TEXT("Jan|Feb|M\u00e4r|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Dez")};
+  UseNames(german);
+  for (const WCHAR *text : {TEXT("15. M\u00e4rz 2015"), TEXT("15. M\u00c4RZ 2015"),
+                            TEXT("15. m\u00e4r 2015"), TEXT("15.M\u00e4rz15")}) {
+    DateTimeStruct r{};
+    EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(text, &r, TEXT("%D1. %M4 %Y2")), 0)
+        << Narrow(text);
+    EXPECT_TRUE(Same(r, Dt(2015, 3, 15))) << Narrow(text) << ": " << Show(r);
+  }
+  WCHAR out[50];
+  DateTimeStruct r = Dt(2015, 3, 15);
+  DateTimeStruct_To_FormattedDateTime(&r, out, 50, TEXT("%W2, %D1. %M4 %Y2"));
+  EXPECT_EQ(WStr(out), TEXT("Sonntag, 15. M\u00e4rz 2015"));
+  UseNames(kEnglish);
+#endif
+  for (int m = 1; m <= 12; ++m) {
+    for (UINT list : {IDS_LIST_MONTHS_LONG, IDS_LIST_MONTHS_SHORT}) {
+      WStr name = NameItem(list, m - 1), upper = name, lower = name;
+#ifdef _WIN32
+      CharUpperW(upper.data());
+      CharLowerW(lower.data());
+#else
+      for (auto &c : upper) c = (c >= 'a' && c <= 'z') ? c - 32 : c;
+      for (auto &c : lower) c = (c >= 'A' && c <= 'Z') ? c + 32 : c;
+#endif
+      for (const WStr &n : {name, upper, lower}) {
+        WStr text = TEXT("7 ") + n + TEXT(" 2015");
+        DateTimeStruct r{};
+        EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(text.c_str(), &r, TEXT("%D1 %M4 %Y2")), 0)
+            << Narrow(text);
+        EXPECT_EQ(r.month, m) << Narrow(text);
+      }
+    }
+  }
+}
+
+TEST_F(Formats, TwoDigitYearLimitIsReadEachTime) {
+#ifdef _WIN32
+  const wchar_t kKey[] = L"Software\\Tavona Software\\Global Parameters\\Year 2000";
+  auto setLimit = [&](const wchar_t *v) {
+    RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"YearExpansionLimit", REG_SZ, v,
+                    static_cast<DWORD>((wcslen(v) + 1) * sizeof(wchar_t)));
+  };
+#else
+  auto setLimit = [](const WCHAR *v) {
+    LONG n = 0;
+    bool neg = *v == '-';
+    for (const WCHAR *p = v + neg; *p; ++p) n = n * 10 + (*p - '0');
+    tv::plat::host::SetYearExpansionLimit(neg ? -n : n);
+  };
+#endif
+  struct Row { const WCHAR *limit; int two, expect; };
+  const Row rows[] = {{TEXT("50"), 40, 2040}, {TEXT("50"), 50, 2050}, {TEXT("50"), 51, 1951},
+                      {TEXT("-1"), 0, 1900},  {TEXT("99"), 99, 2099}, {TEXT("0"), 0, 2000},
+                      {TEXT("0"), 1, 1901}};
+  for (const Row &row : rows) {
+    setLimit(row.limit);
+    WCHAR text[20];
+    DateTimeStruct r = Dt(2000 + row.two, 1, 1);
+    DateTimeStruct_To_FormattedDateTime(&r, text, 20, TEXT("%D1.%M1.%Y1"));
+    EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(text, &r, nullptr), 0) << Narrow(text);
+    EXPECT_EQ(r.year, row.expect) << "limit " << Narrow(row.limit) << ", year " << row.two;
+  }
+#ifdef _WIN32
+  RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+#else
+  tv::plat::host::SetYearExpansionLimit(35);
+#endif
+  DateTimeStruct r{};
+  EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(TEXT("1.1.35"), &r, nullptr), 0);
+  EXPECT_EQ(r.year, 2035);
+  EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(TEXT("1.1.36"), &r, nullptr), 0);
+  EXPECT_EQ(r.year, 1936);
+}

@@ -1,0 +1,55 @@
+// The platform-free halves of the file time and time-of-day conversions.
+#include <gtest/gtest.h>
+
+#include <climits>
+
+#include "datetime/calendar.h"
+#include "hostplat.h"
+
+namespace {
+
+DateTimeStruct Dt(int y, int mo, int d, int h = 0, int mi = 0, int s = 0) {
+  return {d, mo, y, h, mi, s};
+}
+
+}  // namespace
+
+TEST(DatesInternal, FileTimesKeepTheFixedHour) {
+  struct Row { DateTimeStruct r; uint64_t fileTime; };
+  const Row rows[] = {
+      {Dt(1601, 1, 1, 1, 0, 0), 0},
+      {Dt(1601, 1, 2, 1, 0, 1), 864010000000ull},
+      // 1 January 1970 00:00 is 116444736000000000; the record is one hour on.
+      {Dt(1970, 1, 1, 1, 0, 0), 116444736000000000ull},
+      {Dt(9999, 12, 31, 23, 59, 59), 2650467707990000000ull},
+  };
+  for (const Row &row : rows) {
+    EXPECT_EQ(tv::FileTimeOfDate(row.r), row.fileTime) << row.r.year;
+    DateTimeStruct back{};
+    tv::DateOfFileTime(row.fileTime, back);
+    EXPECT_EQ(tv::FileTimeOfDate(back), row.fileTime) << row.r.year;
+    EXPECT_EQ(back.hour, row.r.hour);
+    EXPECT_EQ(back.second, row.r.second);
+  }
+  // The largest file time still lands on a date, without overflow.
+  DateTimeStruct r{};
+  tv::DateOfFileTime(UINT64_MAX, r);
+  EXPECT_GT(r.year, 9999);
+  DateTimeStruct odd = Dt(2015, 1, 1, INT_MAX, INT_MIN, INT_MAX);
+  tv::FileTimeOfDate(odd);
+}
+
+TEST(DatesInternal, TimeOfDayDeltaIgnoresTheDate) {
+  EXPECT_EQ(tv::TimeOfDayDelta(10, 0, 0, 0, 10, 0, 1, 250), 1250);
+  EXPECT_EQ(tv::TimeOfDayDelta(23, 59, 59, 999, 0, 0, 0, 0), -86399999);
+  // 32-bit wrap-around instead of undefined behaviour.
+  EXPECT_EQ(tv::TimeOfDayDelta(0, 0, 0, 0, 65535, 65535, 65535, 65535),
+            static_cast<INT>((65535u * 3600u + 65535u * 60u + 65535u) * 1000u + 65535u));
+}
+
+TEST(DatesInternal, TwoDigitYears) {
+  tv::plat::host::SetYearExpansionLimit(35);
+  const int rows[][2] = {{0, 2000}, {35, 2035}, {36, 1936}, {99, 1999},
+                         {100, 100}, {-1, -1}, {2015, 2015}};
+  for (const auto &r : rows) EXPECT_EQ(tv::ExpandTwoDigitYear(r[0]), r[1]) << r[0];
+}
