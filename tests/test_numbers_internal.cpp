@@ -124,7 +124,7 @@ struct DigitsRow {
   bool negative;
 };
 
-// 17 significant digits first, then half up at the place asked for.
+// The exact value, rounded half up at the place asked for.
 const DigitsRow kDigits[] = {
     {0.125, 2, "13", false},
     {0.375, 2, "38", false},
@@ -152,14 +152,14 @@ const DigitsRow kDigits[] = {
     {1e15 + 0.5, 0, "1000000000000001", false},
     {0.05, 2, "5", false},
     {1234567.89, 2, "123456789", false},
-    {0.1, 18, "100000000000000010", false},
+    {0.1, 18, "100000000000000006", false},
     {0.3, 17, "29999999999999999", false},
     {123456789012345678.0, 0, "123456789012345680", false},
     {999999999999999999.0, 0, "1000000000000000000", false},
     {0.00049999999999999999, 3, "1", false},
     {0.0004, 3, "", false},
     {7.0, 19, nullptr, false},
-    {0.07, 19, "700000000000000070", false},
+    {0.07, 19, "700000000000000067", false},
     {1e18, 0, "1000000000000000000", false},
     {1e18, 1, nullptr, false},
     {1e19, 0, nullptr, false},

@@ -8,7 +8,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <limits>
 
@@ -148,6 +147,46 @@ double ToDouble(const WCHAR *s) {
   return negative ? -value : value;
 }
 
+namespace {
+
+// m * 10^fraction * 2^exponent rounded half up to an integer, exactly, in
+// four 32-bit limbs; false when the integer does not fit 64 bits.
+bool ScaleExact(uint64_t m, int fraction, int exponent, uint64_t &q) {
+  uint32_t n[5] = {static_cast<uint32_t>(m), static_cast<uint32_t>(m >> 32), 0, 0, 0};
+  for (int i = 0; i < fraction; ++i) {
+    uint64_t carry = 0;
+    for (uint32_t &limb : n) {
+      uint64_t t = uint64_t{limb} * 10 + carry;
+      limb = static_cast<uint32_t>(t);
+      carry = t >> 32;
+    }
+  }
+  auto bit = [&](int k) { return k >= 0 && k < 160 && (n[k / 32] >> (k % 32) & 1u) != 0; };
+  if (exponent >= 0) {
+    for (int k = 159; k >= 160 - exponent && k >= 0; --k)
+      if (bit(k)) return false;
+    for (int k = 159; k >= 0; --k) {
+      bool b = bit(k - exponent);
+      if (b)
+        n[k / 32] |= 1u << (k % 32);
+      else
+        n[k / 32] &= ~(1u << (k % 32));
+    }
+    if (n[2] || n[3] || n[4]) return false;
+    q = uint64_t{n[1]} << 32 | n[0];
+    return true;
+  }
+  int shift = -exponent;
+  for (int k = shift + 64; k < 160; ++k)
+    if (bit(k)) return false;
+  uint64_t r = 0;
+  for (int k = 63; k >= 0; --k) r = r << 1 | (bit(k + shift) ? 1u : 0u);
+  q = r + (bit(shift - 1) ? 1u : 0u);  // half up
+  return q >= r;
+}
+
+}  // namespace
+
 bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative) {
   digits[0] = 0;
   negative = std::signbit(value);
@@ -161,38 +200,33 @@ bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative)
     return true;
   }
   if (magnitude >= 1e19) return false;
-  // 17 significant digits, as the runtime takes them before rounding.
-  char sci[40];
-  std::snprintf(sci, sizeof sci, "%.16e", magnitude);
-  char sig[17];
-  int k = 0;
-  const char *p = sci;
-  for (; *p && *p != 'e'; ++p)
-    if (*p >= '0' && *p <= '9' && k < 17) sig[k++] = *p;
-  int exponent = *p == 'e' ? std::atoi(p + 1) : 0;
-  // Digits up to the requested place, then half up on the next one.
-  int keep = exponent + 1 + fraction;
-  if (keep < 0) return true;
-  char out[40];
-  int n = 0;
-  for (int i = 0; i < keep; ++i) out[n++] = i < 17 ? sig[i] : '0';
-  if (keep < 17 && sig[keep] >= '5') {
-    int i = n - 1;
-    for (; i >= 0 && out[i] == '9'; --i) out[i] = '0';
-    if (i >= 0) {
-      ++out[i];
-    } else {
-      for (int j = n; j > 0; --j) out[j] = out[j - 1];
-      out[0] = '1';
-      ++n;
-    }
+  int exponent = 0;
+  double mantissa = std::frexp(magnitude, &exponent);
+  uint64_t m = static_cast<uint64_t>(std::ldexp(mantissa, 53));
+  exponent -= 53;
+  while (!(m & 1)) {
+    m >>= 1;
+    ++exponent;
   }
-  int start = 0;
-  while (start < n && out[start] == '0') ++start;
-  if (n - start > 19) return false;
-  int len = 0;
-  for (int i = start; i < n; ++i) digits[len++] = out[i];
-  digits[len] = 0;
+  uint64_t q = 0;
+  if (fraction <= 3 && exponent < 0 && exponent > -64) {
+    // The usual case fits one 64-bit product: m < 2^53, 10^3 < 2^10.
+    static const uint64_t kPow10[] = {1, 10, 100, 1000};
+    uint64_t product = m * kPow10[fraction];
+    int shift = -exponent;
+    q = (product >> shift) + (product >> (shift - 1) & 1);
+  } else if (!ScaleExact(m, fraction, exponent, q)) {
+    return false;
+  }
+  if (q >= 10000000000000000000ull) return false;
+  char rev[20];
+  int n = 0;
+  while (q) {
+    rev[n++] = static_cast<char>('0' + q % 10);
+    q /= 10;
+  }
+  for (int i = 0; i < n; ++i) digits[i] = rev[n - 1 - i];
+  digits[n] = 0;
   return true;
 }
 

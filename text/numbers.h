@@ -39,8 +39,8 @@ INT ToLong(const WCHAR *s);
 double ToDouble(const WCHAR *s);
 
 // The digits that the C runtime's _fcvt_s gives for value with fraction
-// digits after the point, in a 20-byte buffer: the value is taken to 17
-// significant digits and then rounded half up at the requested place;
+// digits after the point, in a 20-byte buffer: the exact binary value
+// rounded at the requested place, halves away from zero;
 // leading zeros are left out ("" when the value rounds to zero, but
 // fraction zeros for an exact zero). negative is the value's sign bit.
 // False (digits "") for a value that is not finite or whose digits would

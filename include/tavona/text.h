@@ -182,8 +182,8 @@ void WINAPI Int_To_FormattedInt(INT value, WCHAR *out, INT outSize, const WCHAR 
 INT WINAPI FormattedInt_To_Int(const WCHAR *text, INT *value, const WCHAR *format);
 
 /* As Int_To_FormattedInt for a double. The value is rounded to the fraction
- * digits as the C runtime's _fcvt_s does it (17 significant digits, then
- * half up), so 0.125 gives "0,13"; a negative value that rounds to zero
+ * digits as the C runtime's _fcvt_s does it (the exact binary value,
+ * halves away from zero), so 0.125 gives "0,13" and 2.675 "2,67"; a negative value that rounds to zero
  * keeps its minus sign ("-0,00"). Zero is any magnitude below 1e-13.
  * Values whose digits (whole and fraction) exceed 19, or that are not
  * finite, show only the leading and trailing texts. A negative digit count
