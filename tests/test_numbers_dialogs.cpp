@@ -250,7 +250,8 @@ TEST(NumberDialogsGerman, AllInGerman) {
   ASSERT_GT(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
   std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=NumberDialogs.*";
   SetEnvironmentVariableW(L"VEL_LANGUAGE", L"de");
-  STARTUPINFOW si = {sizeof si};
+  STARTUPINFOW si = {};
+  si.cb = sizeof si;
   PROCESS_INFORMATION pi = {};
   BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                 nullptr, &si, &pi);
