@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 
 #include "text/wstr.h"
@@ -33,11 +34,14 @@ bool IsSpace(WCHAR c) { return (c >= 9 && c <= 13) || c == ' '; }
 bool HasCode(const WCHAR *format, WCHAR code) { return format && FindCode(format, code); }
 
 int ReadCode(const WCHAR *format, WCHAR code, WCHAR *out, int size) {
+  return ReadValueAt(format ? FindCode(format, code) : nullptr, out, size);
+}
+
+int ReadValueAt(const WCHAR *at, WCHAR *out, int size) {
   if (!out || size < 1) return 0;
   out[0] = 0;
-  const WCHAR *p = format ? FindCode(format, code) : nullptr;
-  if (!p) return 0;
-  p += 2;
+  if (!at) return 0;
+  const WCHAR *p = at + 2;
   int n = 0;
   while (*p && *p != '%') {
     WCHAR c = *p++;
@@ -200,14 +204,25 @@ bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative)
     return true;
   }
   if (magnitude >= 1e19) return false;
-  int exponent = 0;
-  double mantissa = std::frexp(magnitude, &exponent);
-  uint64_t m = static_cast<uint64_t>(std::ldexp(mantissa, 53));
-  exponent -= 53;
+  uint64_t bits = 0;
+  std::memcpy(&bits, &magnitude, sizeof bits);
+  int biased = static_cast<int>(bits >> 52);
+  uint64_t m = bits & ((uint64_t{1} << 52) - 1);
+  int exponent = -1074;
+  if (biased) {
+    m |= uint64_t{1} << 52;
+    exponent = biased - 1075;
+  }
+#if defined(__GNUC__)
+  int zeros = __builtin_ctzll(m);
+  m >>= zeros;
+  exponent += zeros;
+#else
   while (!(m & 1)) {
     m >>= 1;
     ++exponent;
   }
+#endif
   uint64_t q = 0;
   if (fraction <= 3 && exponent < 0 && exponent > -64) {
     // The usual case fits one 64-bit product: m < 2^53, 10^3 < 2^10.
@@ -241,101 +256,144 @@ constexpr int kMaxWidth = 60;
 constexpr int kFloatRoom = 199;
 constexpr int kCollect = 49;
 
-// The number text of an integer; "" when it would be too long.
-void BuildIntText(INT value, int width, const WCHAR *separator, WCHAR plus, WCHAR minus,
-                  WCHAR (&work)[kWork]) {
-  work[0] = 0;
+// A text being built in out: its length is tracked so that no append
+// rescans it. The appends follow the library's non-shortening append with
+// the capacity given (not the buffer size): a part that does not fit
+// beside the text empties it.
+struct Output {
+  WCHAR *out;
+  int len = 0;
+
+  void Append(const WCHAR *part, int count, int capacity) {
+    if (capacity - len <= 0) return;
+    if (count >= capacity - len) {
+      out[0] = 0;
+      out[capacity - 1] = 0;
+      len = 0;
+      tv::ReportNoFit("TavonaAppendString");
+      return;
+    }
+    tv::CopyRaw(out + len, part, count);
+    len += count;
+    out[len] = 0;
+    out[capacity - 1] = 0;
+  }
+  // A part goes in only when it is non-empty and count + 1 < remaining;
+  // remaining then shrinks by its length.
+  void AppendPart(const WCHAR *part, int count, int &remaining) {
+    if (count == 0 || count + 1 >= remaining) return;
+    Append(part, count, remaining);
+    remaining -= count;
+  }
+  // The zero text replaces everything (the non-shortening copy).
+  void ReplaceWith(const WCHAR *text, int count, int capacity) {
+    if (count < capacity) {
+      tv::CopyRaw(out, text, count);
+      out[count] = 0;
+    } else {
+      out[0] = 0;
+      tv::ReportNoFit("TavonaCopyString");
+    }
+    out[capacity - 1] = 0;
+  }
+};
+
+// A number text built from the right end of a buffer.
+struct RightText {
+  WCHAR buf[kFloatRoom + 1];
+  int pos = kFloatRoom;
+  bool Room() const { return pos > 0; }
+  void Put(WCHAR c) {
+    if (pos > 0) buf[--pos] = c;
+  }
+  const WCHAR *Text() const { return buf + pos; }
+  int Length() const { return kFloatRoom - pos; }
+};
+
+// The number text of an integer; empty when it would be too long.
+void BuildIntText(INT value, int width, const WCHAR *separator, int sepLen, WCHAR plus,
+                  WCHAR minus, RightText &text) {
   bool negative = value < 0;
   // The magnitude as the runtime writes it: the most negative value keeps
   // its own minus sign, so it ends up with two.
-  WCHAR raw[16];
+  static const char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+      "8081828384858687888990919293949596979899";
+  WCHAR raw[12];  // from the last digit to the first
   int n = 0;
   uint32_t magnitude = negative ? 0u - static_cast<uint32_t>(value) : static_cast<uint32_t>(value);
-  WCHAR rev[12];
-  int r = 0;
-  do {
-    rev[r++] = static_cast<WCHAR>('0' + magnitude % 10);
-    magnitude /= 10;
-  } while (magnitude);
+  while (magnitude >= 100) {
+    uint32_t pair = magnitude % 100 * 2;
+    magnitude /= 100;
+    raw[n++] = static_cast<WCHAR>(kPairs[pair + 1]);
+    raw[n++] = static_cast<WCHAR>(kPairs[pair]);
+  }
+  raw[n++] = static_cast<WCHAR>(kPairs[magnitude * 2 + 1]);
+  if (magnitude >= 10) raw[n++] = static_cast<WCHAR>(kPairs[magnitude * 2]);
   if (value == INT32_MIN) raw[n++] = '-';
-  while (r) raw[n++] = rev[--r];
 
   if (static_cast<unsigned>(width) > kMaxWidth) width = kMaxWidth;
-  int zeros = width > n ? width - n : 0;
-  int total = zeros + n;
-  int sepLen = tv::Len(separator);
+  int total = width > n ? width : n;
   if ((total / 3) * sepLen + total + 6 >= kWork) return;
 
-  // Right to left: groups of three with the separator in front of each.
-  WCHAR text[kWork];
-  int pos = kWork - 1;
-  text[pos] = 0;
-  int left = total;
-  auto digit = [&](int i) { return i < zeros ? WCHAR('0') : raw[i - zeros]; };
-  while (left > 3 && sepLen > 0) {
-    for (int i = 0; i < 3; ++i) text[--pos] = digit(--left);
-    for (int i = sepLen; i > 0; --i) text[--pos] = separator[i - 1];
+  // Groups of three from the right, the separator in front of each; the
+  // leading zeros of the width group like digits.
+  // Fits: at most 99 units.
+  WCHAR *p = text.buf + text.pos;
+  for (int i = 0, group = 0; i < total; ++i, ++group) {
+    if (group == 3) {
+      group = 0;
+      for (int k = sepLen; k > 0; --k) *--p = separator[k - 1];
+    }
+    *--p = i < n ? raw[i] : WCHAR('0');
   }
-  while (left > 0) text[--pos] = digit(--left);
   WCHAR sign = negative ? minus : plus;
-  if (sign) text[--pos] = sign;
-  tv::BoundedCopy(work, text + pos, kWork);
+  if (sign) *--p = sign;
+  text.pos = static_cast<int>(p - text.buf);
 }
 
 // The number text of a double, built from the right in 199 units of room;
 // what does not fit is cut at the left.
-void BuildFloatText(double value, int fraction, const WCHAR *separator, WCHAR decimal, WCHAR plus,
-                    WCHAR minus, WCHAR (&work)[kWork]) {
-  work[0] = 0;
+void BuildFloatText(double value, int fraction, const WCHAR *separator, int sepLen, WCHAR decimal,
+                    WCHAR plus, WCHAR minus, RightText &text) {
   char digits[20];
   bool negative = false;
   if (!FixedDigits(value, fraction, digits, negative)) return;
   int count = 0;
   while (digits[count]) ++count;
 
-  WCHAR text[kFloatRoom + 1];
-  int pos = kFloatRoom;
-  text[pos] = 0;
-  auto put = [&](WCHAR c) {
-    if (pos > 0) text[--pos] = c;
-  };
   if (fraction > 0) {
-    for (int i = 0; i < fraction && pos > 0; ++i) put(count > 0 ? WCHAR(digits[--count]) : WCHAR('0'));
-    put(decimal);
+    for (int i = 0; i < fraction && text.Room(); ++i)
+      text.Put(count > 0 ? WCHAR(digits[--count]) : WCHAR('0'));
+    text.Put(decimal);
   }
   if (count == 0) {
-    put('0');
+    text.Put('0');
   } else {
-    int sepLen = tv::Len(separator);
-    while (count > 3 && sepLen > 0 && pos > sepLen + 3) {
-      for (int i = 0; i < 3; ++i) put(WCHAR(digits[--count]));
-      for (int i = sepLen; i > 0; --i) put(separator[i - 1]);
+    while (count > 3 && sepLen > 0 && text.pos > sepLen + 3) {
+      for (int i = 0; i < 3; ++i) text.Put(WCHAR(digits[--count]));
+      for (int i = sepLen; i > 0; --i) text.Put(separator[i - 1]);
     }
-    while (count > 0 && pos > 0) put(WCHAR(digits[--count]));
+    while (count > 0 && text.Room()) text.Put(WCHAR(digits[--count]));
   }
   WCHAR sign = negative ? minus : plus;
-  if (sign) put(sign);
-  tv::BoundedCopy(work, text + pos, kWork);
-}
-
-// Appends part when it is non-empty and len + 1 < remaining; the append
-// itself has the capacity remaining, so it must also fit beside what out
-// already holds. Returns the length taken from remaining.
-int AppendPart(WCHAR *out, const WCHAR *part, int remaining) {
-  int len = tv::Len(part);
-  if (len == 0 || len + 1 >= remaining) return 0;
-  tv::BoundedAppend(out, part, remaining);
-  return len;
+  if (sign) text.Put(sign);
+  // The work buffer of the number text holds 100 units.
+  if (text.Length() >= kWork) {
+    tv::ReportNoFit("TavonaCopyString");
+    text.pos = kFloatRoom;
+  }
 }
 
 // The text between the leading and the trailing text: the leading text is
 // skipped when text starts with it, the trailing one dropped when text ends
 // with it. Collects up to 49 characters that pass keep.
 template <typename Keep>
-void Collect(const WCHAR *text, const WCHAR *format, Keep keep, WCHAR (&collected)[kCollect + 1]) {
+void Collect(const WCHAR *text, const Codes &codes, Keep keep, WCHAR (&collected)[kCollect + 1]) {
   WCHAR lead[kTextSize], trail[kTextSize];
-  int leadLen = ReadCode(format, 'B', lead, kTextSize);
-  int trailLen = ReadCode(format, 'E', trail, kTextSize);
+  int leadLen = codes.Read('B', lead, kTextSize);
+  int trailLen = codes.Read('E', trail, kTextSize);
   int textLen = tv::Len(text);
   const WCHAR *start = text;
   const WCHAR *end = text + textLen;
@@ -366,39 +424,37 @@ bool IsRuntimeDigit(WCHAR c) {
 void WINAPI Int_To_FormattedInt(INT value, WCHAR *out, INT outSize, const WCHAR *format) {
   if (!out || outSize < 2) return;
   if (!format || !*format) format = kDefaultIntFormat;
+  Codes codes(format);
   int remaining = outSize;
+  Output o{out};
   out[0] = 0;
   WCHAR lead[kTextSize];
-  ReadCode(format, 'B', lead, kTextSize);
-  remaining -= AppendPart(out, lead, remaining);
+  o.AppendPart(lead, codes.Read('B', lead, kTextSize), remaining);
 
-  WCHAR plus = HasCode(format, '+') ? WCHAR('+') : WCHAR(0);
-  WCHAR minus = HasCode(format, '-') ? WCHAR(0) : WCHAR('-');
+  WCHAR plus = codes.Has('+') ? WCHAR('+') : WCHAR(0);
+  WCHAR minus = codes.Has('-') ? WCHAR(0) : WCHAR('-');
   WCHAR width[kCountSize], separator[kSepSize], zero[kZeroSize];
-  ReadCode(format, 'W', width, kCountSize);
-  ReadCode(format, 'T', separator, kSepSize);
-  ReadCode(format, 'Z', zero, kZeroSize);
+  int widthLen = codes.Read('W', width, kCountSize);
+  int sepLen = codes.Read('T', separator, kSepSize);
+  int zeroLen = codes.Read('Z', zero, kZeroSize);
 
-  if (value == 0 && zero[0]) {
-    // Replaces the leading text as well.
-    tv::BoundedCopy(out, zero, remaining);
-    out[remaining - 1] = 0;
+  if (value == 0 && zeroLen) {
+    o.ReplaceWith(zero, zeroLen, remaining);  // the leading text goes too
     return;
   }
-  WCHAR number[kWork];
-  BuildIntText(value, ToInt(width), separator, plus, minus, number);
-  remaining -= AppendPart(out, number, remaining);
+  RightText number;
+  BuildIntText(value, widthLen ? ToInt(width) : 0, separator, sepLen, plus, minus, number);
+  o.AppendPart(number.Text(), number.Length(), remaining);
 
   WCHAR trail[kTextSize];
-  ReadCode(format, 'E', trail, kTextSize);
-  AppendPart(out, trail, remaining);
+  o.AppendPart(trail, codes.Read('E', trail, kTextSize), remaining);
 }
 
 INT WINAPI FormattedInt_To_Int(const WCHAR *text, INT *value, const WCHAR *format) {
   if (!text || !value) return -1;
   if (!format || !*format) format = kDefaultIntFormat;
   WCHAR collected[kCollect + 1];
-  Collect(text, format, [](WCHAR c) { return tv::IsDigit(c) || c == '-'; }, collected);
+  Collect(text, Codes(format), [](WCHAR c) { return tv::IsDigit(c) || c == '-'; }, collected);
   *value = ToLong(collected);
   return 0;
 }
@@ -406,43 +462,43 @@ INT WINAPI FormattedInt_To_Int(const WCHAR *text, INT *value, const WCHAR *forma
 void WINAPI Float_To_FormattedFloat(double value, WCHAR *out, INT outSize, const WCHAR *format) {
   if (!out || outSize < 2) return;
   if (!format || !*format) format = kDefaultFloatFormat;
+  Codes codes(format);
   int remaining = outSize;
+  Output o{out};
   out[0] = 0;
   WCHAR lead[kTextSize];
-  ReadCode(format, 'B', lead, kTextSize);
-  remaining -= AppendPart(out, lead, remaining);
+  o.AppendPart(lead, codes.Read('B', lead, kTextSize), remaining);
 
-  WCHAR plus = HasCode(format, '+') ? WCHAR('+') : WCHAR(0);
-  WCHAR minus = HasCode(format, '-') ? WCHAR(0) : WCHAR('-');
+  WCHAR plus = codes.Has('+') ? WCHAR('+') : WCHAR(0);
+  WCHAR minus = codes.Has('-') ? WCHAR(0) : WCHAR('-');
   WCHAR fraction[kCountSize], separator[kSepSize], zero[kZeroSize], decimal[kSepSize];
-  ReadCode(format, 'F', fraction, kCountSize);
-  ReadCode(format, 'T', separator, kSepSize);
-  ReadCode(format, 'Z', zero, kZeroSize);
-  ReadCode(format, 'D', decimal, kSepSize);
+  codes.Read('F', fraction, kCountSize);
+  int sepLen = codes.Read('T', separator, kSepSize);
+  int zeroLen = codes.Read('Z', zero, kZeroSize);
+  codes.Read('D', decimal, kSepSize);
   if (!decimal[0]) decimal[0] = ',';
 
-  if (std::fabs(value) < 1e-13 && zero[0]) {
-    tv::BoundedCopy(out, zero, remaining);
-    out[remaining - 1] = 0;
+  if (std::fabs(value) < 1e-13 && zeroLen) {
+    o.ReplaceWith(zero, zeroLen, remaining);
     return;
   }
-  WCHAR number[kWork];
-  BuildFloatText(value, ToInt(fraction), separator, decimal[0], plus, minus, number);
-  remaining -= AppendPart(out, number, remaining);
+  RightText number;
+  BuildFloatText(value, ToInt(fraction), separator, sepLen, decimal[0], plus, minus, number);
+  o.AppendPart(number.Text(), number.Length(), remaining);
 
   WCHAR trail[kTextSize];
-  ReadCode(format, 'E', trail, kTextSize);
-  AppendPart(out, trail, remaining);
+  o.AppendPart(trail, codes.Read('E', trail, kTextSize), remaining);
 }
 
 INT WINAPI FormattedFloat_To_Float(const WCHAR *text, double *value, const WCHAR *format) {
   if (!text || !value) return -1;
   if (!format || !*format) format = kDefaultFloatFormat;
+  Codes codes(format);
   WCHAR decimal[2];
-  ReadCode(format, 'D', decimal, 2);
+  codes.Read('D', decimal, 2);
   WCHAR point = decimal[0] ? decimal[0] : WCHAR(',');
   WCHAR collected[kCollect + 1];
-  Collect(text, format,
+  Collect(text, codes,
           [point](WCHAR c) { return IsRuntimeDigit(c) || c == '-' || c == point; }, collected);
   // Read in the "C" locale: the format's decimal separator counts only
   // when it is '.'.

@@ -22,6 +22,49 @@ extern const WCHAR kDefaultFloatFormat[];  // "%T.%D,%F02"
 // '%'. Returns the length.
 int ReadCode(const WCHAR *format, WCHAR code, WCHAR *out, int size);
 
+// The same for a code found at at (pointing to its '%'; null = absent).
+int ReadValueAt(const WCHAR *at, WCHAR *out, int size);
+
+// Where each code first occurs in a format, found in one pass.
+class Codes {
+ public:
+  explicit Codes(const WCHAR *format) {
+    for (const WCHAR *p = format; p && *p; ++p) {
+      if (p[0] != '%') continue;
+      int slot = Slot(p[1]);
+      if (slot >= 0 && !at_[slot]) at_[slot] = p;
+    }
+  }
+  const WCHAR *At(WCHAR code) const {
+    int slot = Slot(code);
+    return slot >= 0 ? at_[slot] : nullptr;
+  }
+  bool Has(WCHAR code) const { return At(code) != nullptr; }
+  int Read(WCHAR code, WCHAR *out, int size) const {
+    const WCHAR *at = At(code);
+    if (at) return ReadValueAt(at, out, size);
+    out[0] = 0;
+    return 0;
+  }
+
+ private:
+  static int Slot(WCHAR code) {
+    switch (code) {
+      case 'T': return 0;
+      case 'W': return 1;
+      case 'F': return 2;
+      case 'D': return 3;
+      case 'B': return 4;
+      case 'E': return 5;
+      case 'Z': return 6;
+      case '+': return 7;
+      case '-': return 8;
+      default: return -1;
+    }
+  }
+  const WCHAR *at_[9] = {};
+};
+
 // True when "%<code>" occurs in format.
 bool HasCode(const WCHAR *format, WCHAR code);
 
