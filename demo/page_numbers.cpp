@@ -54,6 +54,7 @@ class NumbersPage : public demo::Page {
     floatOut_ = f.ReadOnly(0);
     f.Row(L"Read back:");
     floatBack_ = f.ReadOnly(0);
+    f.Row(L"");
     f.Note(L"read in the \"C\" locale: a fraction comes back only with '.' as decimal separator",
            0);
     f.EndGroup();
@@ -99,7 +100,7 @@ class NumbersPage : public demo::Page {
     double back = 0;
     FormattedFloat_To_Float(out, &back, format.c_str());
     wchar_t text[64];
-    swprintf(text, 64, L"%.17g", back);
+    swprintf(text, 64, L"%.15g", back);
     demo::SetText(floatBack_, text);
   }
 
