@@ -166,11 +166,15 @@ void WINAPI Tavona_ReplaceTextInLanguageList(WCHAR *list, UINT listSize, const W
  * "%T.%D,%F02" for floats. */
 
 /* Writes value into out[outSize] (nothing for a NULL out or outSize < 2).
- * Parts that do not fit are left out: the leading text needs len + 1 <
- * outSize, the number then has to fit together with the leading text twice
- * over (its room is outSize - len(leading text) counted from the start of
- * out), the trailing text likewise. A zero text REPLACES the leading text.
- * A number of more than about 100 characters is left out. The most negative
+ * Each part - leading text, number, trailing text - goes in only when its
+ * length + 1 is below the room left (outSize less the parts written so
+ * far); otherwise it is left out. The number and the trailing text are then
+ * appended with that room as the buffer size although the text already
+ * written stands in front of them: a part that passes the first test but
+ * does not fit beside that text EMPTIES the output (and writes a line to
+ * the debugger output). Size out for about twice the expected text. A zero
+ * text REPLACES the leading text; one that does not fit empties out. A
+ * number text of 100 characters or more is left out. The most negative
  * value comes out with two minus signs ("--2.147.483.648"). */
 void WINAPI Int_To_FormattedInt(INT value, WCHAR *out, INT outSize, const WCHAR *format);
 
@@ -197,10 +201,12 @@ void WINAPI Float_To_FormattedFloat(double value, WCHAR *out, INT outSize, const
  * NULL text or value. */
 INT WINAPI FormattedFloat_To_Float(const WCHAR *text, double *value, const WCHAR *format);
 
-/* Edit a format in a modal dialog with a live preview (NULL or "" starts
- * from the default). 1 when confirmed (format replaced, cut to
- * formatSize - 1 characters), 2 when cancelled, for a NULL format or
- * formatSize < 1. */
+/* Edit a format in a modal dialog with a live preview ("" starts from the
+ * default). 1 when confirmed: format receives the edited format, or the
+ * one it started from when nothing was changed; a format of formatSize
+ * characters or more leaves it EMPTY (the non-shortening copy). 2 when
+ * cancelled, for a NULL format or formatSize < 1. The help button opens
+ * topic 1300 (integers) or 1500 (floats) of tavona32.chm. */
 INT WINAPI Tavona_EditIntFormat(WCHAR *format, INT formatSize);
 INT WINAPI Tavona_EditFloatFormat(WCHAR *format, INT formatSize);
 
