@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -240,6 +241,46 @@ TEST_F(NumberDialogs, HelpButton) {
     s.Click(dlg, IDCANCEL);
     s.WaitClosed(dlg);
   });
+}
+
+std::vector<std::wstring> g_reported;
+INT WINAPI Capture(const WCHAR *message) {
+  g_reported.push_back(message ? message : L"");
+  return IDOK;
+}
+
+void SetHelpTest(const wchar_t *value) {
+  HKEY key = nullptr;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, kDebugKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
+                            nullptr),
+            ERROR_SUCCESS);
+  RegSetValueExW(key, L"HelpTest", 0, REG_SZ, reinterpret_cast<const BYTE *>(value),
+                 DWORD((wcslen(value) + 1) * sizeof(wchar_t)));
+  RegCloseKey(key);
+}
+
+// The help file is the module's name with ".chm"; only HelpTest = 1 means
+// the test mode.
+TEST_F(NumberDialogs, PerformHelpPaths) {
+  g_reported.clear();
+  Tavona_SetErrorHandlerCallback(Capture);
+  HMODULE self = GetModuleHandleW(nullptr);
+  Tavona_PerformHelp(nullptr, 5, 0);
+  EXPECT_TRUE(g_reported.empty());
+
+  SetHelpTest(L"1");
+  Tavona_PerformHelp(self, 4294967295u, 7);
+  ASSERT_EQ(g_reported.size(), 1u);
+  EXPECT_NE(g_reported[0].find(L"number_dialog_tests.chm"), std::wstring::npos)
+      << Narrow(g_reported[0]);
+  EXPECT_NE(g_reported[0].find(L"4294967295"), std::wstring::npos) << Narrow(g_reported[0]);
+
+  SetHelpTest(L"2");
+  Tavona_PerformHelp(self, 12, 0);
+  ASSERT_EQ(g_reported.size(), 2u);
+  EXPECT_EQ(g_reported[1].find(L".chm"), std::wstring::npos) << Narrow(g_reported[1]);
+  EXPECT_FALSE(g_reported[1].empty());
+  Tavona_SetErrorHandlerCallback(nullptr);
 }
 
 // The same tests in German, in a child process that loads the German
