@@ -341,11 +341,17 @@ void BuildIntText(INT value, int width, const WCHAR *separator, int sepLen, WCHA
   // leading zeros of the width group like digits.
   // Fits: at most 99 units.
   WCHAR *p = text.buf + text.pos;
-  for (int i = 0, group = 0; i < total; ++i, ++group) {
-    if (group == 3) {
+  WCHAR single = separator[0];
+  int group = 0;
+  for (int i = 0; i < total; ++i) {
+    if (group == 3 && sepLen) {
       group = 0;
-      for (int k = sepLen; k > 0; --k) *--p = separator[k - 1];
+      if (sepLen == 1)
+        *--p = single;
+      else
+        for (int k = sepLen; k > 0; --k) *--p = separator[k - 1];
     }
+    ++group;
     *--p = i < n ? raw[i] : WCHAR('0');
   }
   WCHAR sign = negative ? minus : plus;
