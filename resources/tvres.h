@@ -56,6 +56,20 @@
 #define IDS_TIME_SEPARATOR 3617 /* joins two amounts; a space follows */
 
 /* Integer and float formats: dialogs and their controls. */
+#define IDD_INT_FORMAT 1300
+#define IDD_FLOAT_FORMAT 1500
+#define IDC_FMT_THOUSANDS 1301
+#define IDC_FMT_FRACTION 1302
+#define IDC_FMT_ZERO 1303
+#define IDC_FMT_PLUS 1307
+#define IDC_FMT_NO_MINUS 1308
+#define IDC_FMT_BEFORE 1309
+#define IDC_FMT_AFTER 1311
+#define IDC_FMT_WIDTH 1318
+#define IDC_FMT_DECIMAL 1504
+#define IDC_FMT_PREVIEW_POSITIVE 1028
+#define IDC_FMT_PREVIEW_NEGATIVE 1030
+#define IDC_FMT_PREVIEW_ZERO 1031
 
 /* Descriptors, scrambling, hashing: dialogs and their controls. */
 

@@ -136,6 +136,16 @@ LONG WINAPI Tavona_FillBoxWithRegistrySubKeys(HKEY root, const WCHAR *key, HWND 
  * cancel. */
 INT WINAPI Tavona_ColorDialog(HWND owner, COLORREF *color);
 
+/* ---- Help ---------------------------------------------------------------- */
+
+/* Opens the compiled HTML help file of module (its file name with ".chm"
+ * for the extension) on the topic with the context number. With the
+ * current user's "Software\Tavona Software\Debugging" value "HelpTest"
+ * set to 1 it only tells which file and topic would open (message 1599);
+ * a missing file is reported (message 1340). Nothing for a NULL module;
+ * unused is not read. */
+void WINAPI Tavona_PerformHelp(HMODULE module, DWORD context, DWORD unused);
+
 TAVONA_END_DECLS
 
 #endif

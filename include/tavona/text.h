@@ -154,6 +154,69 @@ void WINAPI Tavona_ReplaceTextInLanguageList(WCHAR *list, UINT listSize, const W
 
 /* ---- Integer and float formats ---- */
 
+/* A format is a string of codes, each '%' and a letter, a code's value
+ * running to the next '%': %T thousands separator (whole text, up to 9
+ * characters; empty or absent = no grouping), %W minimum digits (integers;
+ * leading zeros, at most 60 - a negative width counts as 60), %F fraction
+ * digits and %D decimal separator (floats; first character, default ','),
+ * %B text before and %E text after the number (99 characters each), %Z text
+ * shown instead of everything for zero (49), %+ a '+' for values >= 0, and
+ * %- NO minus sign for negative values. In values "\p" stands for '%' and
+ * "\\" for a backslash. NULL or "" means "%T." for integers and
+ * "%T.%D,%F02" for floats. */
+
+/* Writes value into out[outSize] (nothing for a NULL out or outSize < 2).
+ * Each part - leading text, number, trailing text - goes in only when its
+ * length + 1 is below the room left (outSize less the parts written so
+ * far); otherwise it is left out. The number and the trailing text are then
+ * appended with that room as the buffer size although the text already
+ * written stands in front of them: a part that passes the first test but
+ * does not fit beside that text EMPTIES the output (and writes a line to
+ * the debugger output). Size out for about twice the expected text. A zero
+ * text REPLACES the leading text; one that does not fit empties out. A
+ * number text of 100 characters or more is left out. The most negative
+ * value comes out with two minus signs ("--2.147.483.648"). */
+void WINAPI Int_To_FormattedInt(INT value, WCHAR *out, INT outSize, const WCHAR *format);
+
+/* Reads text written with format: the leading and trailing texts are
+ * skipped when present, then every digit and '-' is collected (up to 49)
+ * and read as a decimal number; everything else is ignored, so "12-3" is 12
+ * and a zero text or a "%-" value reads back as 0 or the magnitude.
+ * 0 on success, -1 for a NULL text or value. */
+INT WINAPI FormattedInt_To_Int(const WCHAR *text, INT *value, const WCHAR *format);
+
+/* As Int_To_FormattedInt for a double. The value is rounded to the fraction
+ * digits as the C runtime's _fcvt_s does it (the exact binary value,
+ * halves away from zero), so 0.125 gives "0,13" and 2.675 "2,67"; a negative value that rounds to zero
+ * keeps its minus sign ("-0,00"). Zero is any magnitude below 1e-13.
+ * Values whose digits (whole and fraction) exceed 19, or that are not
+ * finite, show only the leading and trailing texts. A negative digit count
+ * rounds to whole numbers. */
+void WINAPI Float_To_FormattedFloat(double value, WCHAR *out, INT outSize, const WCHAR *format);
+
+/* Reads text written with format: digits, '-' and the format's decimal
+ * separator are collected wherever they stand and read in the "C" locale,
+ * so a fraction is read only when the decimal separator is '.':
+ * "1.234,56" with the default format gives 1234.0. 0 on success, -1 for a
+ * NULL text or value. */
+INT WINAPI FormattedFloat_To_Float(const WCHAR *text, double *value, const WCHAR *format);
+
+/* Edit a format in a modal dialog with a live preview ("" starts from the
+ * default). 1 when confirmed: format receives the edited format, or the
+ * one it started from when nothing was changed; a format of formatSize
+ * characters or more leaves it EMPTY (the non-shortening copy). 2 when
+ * cancelled, for a NULL format or formatSize < 1. The help button opens
+ * topic 1300 (integers) or 1500 (floats) of tavona32.chm. */
+INT WINAPI Tavona_EditIntFormat(WCHAR *format, INT formatSize);
+INT WINAPI Tavona_EditFloatFormat(WCHAR *format, INT formatSize);
+
+/* The procedures of the two dialogs (templates 1300 and 1500); lParam of
+ * WM_INITDIALOG points to a record of the library. */
+INT_PTR CALLBACK IntFormat_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                           LPARAM lParam);
+INT_PTR CALLBACK FloatFormat_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                             LPARAM lParam);
+
 /* ---- Descriptors, scrambling, hashing, regular expressions ---- */
 
 TAVONA_END_DECLS

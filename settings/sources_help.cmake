@@ -1,0 +1,1 @@
+tavona_sources(WINDOWS settings/help.cpp EXPORTS settings/exports_help.def)
