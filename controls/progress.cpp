@@ -44,13 +44,6 @@ INT CompletedWidth(INT width, const ProgressIndicator &p) {
   return static_cast<INT>(d);
 }
 
-// Milliseconds from a to b within the day (the dates are ignored).
-INT MillisecondsBetween(const SYSTEMTIME &a, const SYSTEMTIME &b) {
-  return ((((INT(b.wHour) - a.wHour) * 60 + b.wMinute - a.wMinute) * 60 + b.wSecond - a.wSecond) *
-          1000) +
-         b.wMilliseconds - a.wMilliseconds;
-}
-
 void FillPart(HDC dc, LONG left, LONG top, LONG right, LONG bottom, COLORREF color) {
   if (right <= left || bottom <= top) return;
   RECT r = {left, top, right, bottom};
@@ -84,7 +77,7 @@ void RepaintBar(HWND dialog, const ProgressIndicator &p) {
 void ShowRemainingTime(HWND dialog, const ProgressIndicator &p) {
   SYSTEMTIME now;
   GetSystemTime(&now);
-  INT elapsed = MillisecondsBetween(p.start, now);
+  INT elapsed = Tavona_GetSystemTimeDelta(&p.start, &now);
   INT remainingMs = MulDiv(elapsed, p.upper - p.position, p.position < 1 ? 1 : p.position);
   INT seconds = (remainingMs + 999) / 1000;
   WCHAR leading[200];

@@ -10,13 +10,52 @@ namespace {
 
 constexpr int kAmountSize = 100;
 
+// Formats the one integer of an amount text into out (cut to size). Only
+// integer conversions take the number; any other conversion a translation
+// may contain is copied as text, so it can never read a missing argument.
+void FormatAmount(const WCHAR *format, int n, WCHAR *out, int size) {
+  if (size < 1) return;
+  int len = 0;
+  auto put = [&](WCHAR c) {
+    if (len < size - 1) out[len++] = c;
+  };
+  for (const WCHAR *p = format; *p;) {
+    if (*p != '%') {
+      put(*p++);
+      continue;
+    }
+    if (p[1] == '%') {
+      put('%');
+      p += 2;
+      continue;
+    }
+    const WCHAR *spec = p + 1;
+    while ((*spec == '-' || *spec == '+' || *spec == ' ' || *spec == '0' || *spec == '#') &&
+           spec - p < 6)
+      ++spec;
+    while (tv::IsDigit(*spec) && spec - p < 9) ++spec;
+    if (*spec != 'd' && *spec != 'i' && *spec != 'u') {
+      put(*p++);
+      continue;
+    }
+    WCHAR conversion[12];
+    tv::CopyRaw(conversion, p, int(spec - p) + 1);
+    conversion[spec - p + 1] = 0;
+    WCHAR digits[32];
+    tv::Format(digits, 32, conversion, n);
+    for (const WCHAR *d = digits; *d; ++d) put(*d);
+    p = spec + 1;
+  }
+  out[len] = 0;
+}
+
 // The amount text for n (singular or plural form); "" for 0.
 void AmountText(int n, UINT plural, UINT singular, WCHAR *out) {
   out[0] = 0;
   if (n == 0) return;
   WCHAR format[kAmountSize];
   tv::LoadTranslatedString(tv::g.resources, n == 1 ? singular : plural, format, kAmountSize);
-  tv::Format(out, kAmountSize, format, n);
+  FormatAmount(format, n, out, kAmountSize);
 }
 
 }  // namespace
@@ -54,6 +93,6 @@ extern "C" void WINAPI Tavona_CreateEstimatedTimeDisplay(INT seconds, const WCHA
   if (out[0] == 0) {
     WCHAR format[kAmountSize];
     tv::LoadTranslatedString(tv::g.resources, IDS_TIME_SECONDS, format, kAmountSize);
-    tv::Format(out, size, format, 0);
+    FormatAmount(format, 0, out, size);
   }
 }

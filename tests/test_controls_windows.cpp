@@ -155,7 +155,9 @@ TEST_F(SmallWindows, TempWindowDefaultsAndTexts) {
     for (int y = 2; y < img.height - 2; ++y)
       for (int x = 2; x < img.width - 2; ++x)
         if ((img.At(x, y) & 0xC0C0C0) == 0) ++dark;
-    if (s.background) EXPECT_GT(dark, 0) << Narrow(s.name);
+    if (s.background) {
+      EXPECT_GT(dark, 0) << Narrow(s.name);
+    }
     tvui::SaveScreenshot(t, s.name);
     DestroyWindow(t);
   }
@@ -254,8 +256,12 @@ TEST_F(SmallWindows, TabPagesShownAndConfirmed) {
     item.cchTextMax = 50;
     SendMessageW(tab, TCM_GETITEMW, i, LPARAM(&item));
     EXPECT_STREQ(text, titles[i]) << i;
-    if (i == 1) EXPECT_EQ(HWND(item.lParam), name);
-    if (i == 2) EXPECT_EQ(HWND(item.lParam), mail);
+    if (i == 1) {
+      EXPECT_EQ(HWND(item.lParam), name);
+    }
+    if (i == 2) {
+      EXPECT_EQ(HWND(item.lParam), mail);
+    }
   }
   Tavona_SetActiveTabControl(tab, 1);
   EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 1);
@@ -363,7 +369,7 @@ TEST_F(SmallWindows, EditHooksTurnEnterIntoCtrlEnter) {
 
 std::vector<MSG> g_received;
 LRESULT CALLBACK Receiver(HWND w, UINT m, WPARAM wp, LPARAM lp) {
-  if (m == WM_COMMAND || m == WM_HSCROLL || m == WM_VSCROLL) g_received.push_back({w, m, wp, lp});
+  if (m == WM_COMMAND || m == WM_HSCROLL || m == WM_VSCROLL) g_received.push_back(MSG{w, m, wp, lp, 0, {}});
   return DefWindowProcW(w, m, wp, lp);
 }
 

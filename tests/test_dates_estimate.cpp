@@ -81,3 +81,20 @@ TEST(Estimate, NothingToSayAndTightBuffers) {
   Tavona_CreateEstimatedTimeDisplay(10, TEXT("x"), out, 0);
   EXPECT_EQ(out[0], 'x');
 }
+
+#ifndef _WIN32
+TEST(Estimate, TranslationsCannotReadMissingArguments) {
+  using tv::plat::host::SetResString;
+  Res(IDS_TIME_SEPARATOR);
+  struct Row { const char16_t *format; const char16_t *expect; };
+  const Row rows[] = {{u"%s and %d min", u"Left: %s and 2 min"}, {u"%5d|%-3i|%%", u"Left:     2|2  |%"},
+                      {u"%n%p%x", u"Left: %n%p%x"}, {u"%------------d", u"Left: %------------d"}};
+  for (const Row &r : rows) {
+    SetResString(IDS_TIME_MINUTES, r.format);
+    WCHAR out[200];
+    Tavona_CreateEstimatedTimeDisplay(120, u"Left:", out, 200);
+    EXPECT_EQ(WStr(out), WStr(r.expect)) << Narrow(r.format) << ": got '" << Narrow(out) << "'";
+  }
+  SetResString(IDS_TIME_MINUTES, u"%d minutes");
+}
+#endif
