@@ -29,22 +29,22 @@ void FormatAmount(const WCHAR *format, int n, WCHAR *out, int size) {
       p += 2;
       continue;
     }
-    const WCHAR *spec = p + 1;
-    while ((*spec == '-' || *spec == '+' || *spec == ' ' || *spec == '0' || *spec == '#') &&
-           spec - p < 6)
-      ++spec;
-    while (tv::IsDigit(*spec) && spec - p < 9) ++spec;
-    if (*spec != 'd' && *spec != 'i' && *spec != 'u') {
+    const WCHAR *conv = p + 1;
+    while ((*conv == '-' || *conv == '+' || *conv == ' ' || *conv == '0' || *conv == '#') &&
+           conv - p < 6)
+      ++conv;
+    while (tv::IsDigit(*conv) && conv - p < 9) ++conv;
+    if (*conv != 'd' && *conv != 'i' && *conv != 'u') {
       put(*p++);
       continue;
     }
     WCHAR conversion[12];
-    tv::CopyRaw(conversion, p, int(spec - p) + 1);
-    conversion[spec - p + 1] = 0;
+    tv::CopyRaw(conversion, p, int(conv - p) + 1);
+    conversion[conv - p + 1] = 0;
     WCHAR digits[32];
     tv::Format(digits, 32, conversion, n);
     for (const WCHAR *d = digits; *d; ++d) put(*d);
-    p = spec + 1;
+    p = conv + 1;
   }
   out[len] = 0;
 }
