@@ -1,0 +1,67 @@
+// Limits of the regular expression search and the scrambling seed.
+#include <gtest/gtest.h>
+#include <tavona/text.h>
+
+#include <chrono>
+#include <cstdio>
+#include <string>
+
+#include "testutil.h"
+#include "text/crypt.h"
+#include "text/regexp.h"
+
+namespace {
+
+using WStr = std::basic_string<WCHAR>;
+
+TEST(CryptSeed, EmptyKeyAndZeroSeed) {
+  EXPECT_EQ(tv::CryptSeed(TEXT("")), 371293u);
+  const WCHAR zero[] = {0x4C, 0x71, 0x6D, 0x98D9, 0};
+  EXPECT_EQ(tv::CryptSeed(zero), 371293u);
+  // (1 * 'k' + 13) = 120, then times 13 until it reaches 100000.
+  EXPECT_EQ(tv::CryptSeed(TEXT("k")), 120u * 13 * 13 * 13);
+}
+
+TEST(RegexLimits, StepBudgetEndsBacktracking) {
+  WStr as(2000, WCHAR('a'));
+  auto start = std::chrono::steady_clock::now();
+  tv::RegexResult r = tv::FindRegex(as.c_str(), TEXT("(a|aa)*b"), 1000000);
+  double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  EXPECT_EQ(r.status, TAVONA_REGEXP_TOO_COMPLEX);
+  EXPECT_LT(seconds, 10.0);
+  // The same budget is plenty for a linear search.
+  r = tv::FindRegex(as.c_str(), TEXT("a*$"), 1000000);
+  EXPECT_EQ(r.status, tv::kRegexMatched);
+  EXPECT_EQ(r.length, 2000);
+}
+
+// Prints the longest text of each pattern that the search still handles
+// (doubling, then bisecting); the figures go into the design notes. Slow:
+// run it by hand with --gtest_also_run_disabled_tests.
+TEST(RegexLimits, DISABLED_LongestHandledText) {
+  struct Row { const WCHAR *pattern; const char *name; WCHAR fill; const WCHAR *tail; };
+  for (const Row &r : {Row{TEXT("(a|b)*c"), "(a|b)*c", 'a', TEXT("c")},
+                       Row{TEXT("(a*)*$"), "(a*)*$", 'a', TEXT("")},
+                       Row{TEXT("[ab]*c"), "[ab]*c", 'a', TEXT("c")},
+                       Row{TEXT("((((a))))*c"), "((((a))))*c", 'a', TEXT("c")}}) {
+    auto handles = [&](int n) {
+      WStr text(n, r.fill);
+      text += r.tail;
+      return tv::FindRegex(text.c_str(), r.pattern, tv::kRegexSteps).status == tv::kRegexMatched;
+    };
+    int good = 1000, bad = 0;
+    ASSERT_TRUE(handles(good)) << r.name;
+    while (bad == 0 && good < 64000000) {
+      if (handles(good * 2)) good *= 2; else bad = good * 2;
+    }
+    if (bad == 0) bad = good;
+    while (bad - good > good / 50) {
+      int mid = good + (bad - good) / 2;
+      if (handles(mid)) good = mid; else bad = mid;
+    }
+    std::printf("longest handled text for %-14s about %d characters\n", r.name, good);
+    EXPECT_GE(good, 300000) << r.name;
+  }
+}
+
+}  // namespace

@@ -1,0 +1,30 @@
+// The regular expression search behind Tavona_ParseRegExp, for the tests
+// and the demo.
+#pragma once
+
+#include <tavona/text.h>
+
+#include <cstdint>
+
+namespace tv {
+
+constexpr INT kRegexMatched = 0;  // internal status; the others are TAVONA_REGEXP_*
+
+// Steps (reads, moves and comparisons of the text position) one search may
+// take before it gives up. A search without backtracking takes 2 to 7 per
+// character, so this is ample for every text the stack can hold; runaway
+// backtracking stops after well under a second (seconds in the sanitizer
+// build).
+constexpr uint64_t kRegexSteps = 20000000;
+
+struct RegexResult {
+  INT status = TAVONA_REGEXP_NO_MATCH;
+  int position = 0;  // of the match, in characters
+  int length = 0;
+};
+
+// First match of pattern in text; gives up after steps steps or when the
+// large stack would run out.
+RegexResult FindRegex(const WCHAR *text, const WCHAR *pattern, uint64_t steps);
+
+}  // namespace tv
