@@ -13,12 +13,12 @@ namespace {
 
 constexpr int kTextSize = 1000;
 
-// "%02X " per character while more than four characters of room remain,
-// so at most 65 codes.
+// "%02X " per character while more than four characters of room remain
+// besides the terminator, so at most 65 codes in 200 characters.
 void HexLine(const WCHAR *text, WCHAR *line, int size) {
   line[0] = 0;
   int at = 0;
-  for (const WCHAR *p = text; *p && size - at > 4; ++p) {
+  for (const WCHAR *p = text; *p && size - 1 - at > 4; ++p) {
     tv::Format(line + at, size - at, L"%02X ", static_cast<unsigned>(*p));
     at += 3;
   }

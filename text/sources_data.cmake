@@ -13,6 +13,6 @@ tavona_sources(
 
 tavona_test(data_tests SOURCES tests/test_data.cpp)
 tavona_test(data_internal_tests INTERNAL SOURCES tests/test_data_internal.cpp)
-tavona_test(data_win_tests WINDOWS UI SOURCES tests/test_data_win.cpp)
+tavona_test(data_win_tests WINDOWS UI INTERNAL SOURCES tests/test_data_win.cpp)
 
 tavona_fuzz(fuzz_descriptors SOURCES fuzz/fuzz_descriptors.cpp)

@@ -200,9 +200,14 @@ void WINAPI Tavona_StringToAutoCrypt(const WCHAR *src, WCHAR *out, INT outSize, 
  * unchanged, so plain and scrambled values can share one place. */
 void WINAPI Tavona_AutoCryptToString(const WCHAR *src, WCHAR *out, INT outSize, const WCHAR *key);
 
-/* Scrambled, escaped profile values (up to 1999 characters). Writing
+/* Scrambled, escaped profile values. The escaped text is built in 2000
+ * characters and each scrambled character takes 1 to 4 of them: values of
+ * up to 498 characters always come back whole, longer ones may be cut. Writing
  * returns WritePrivateProfileStringW's result. A missing value reads as the
- * default, exactly, without unscrambling. */
+ * default, exactly, without unscrambling. Scrambled characters are not
+ * escaped above code 127: keep such values in a UTF-16 profile file (one
+ * that starts with a byte-order mark), since an ANSI file loses the ones
+ * its code page lacks. */
 BOOL WINAPI Tavona_WriteCryptedProfileString(const WCHAR *key, const WCHAR *file,
                                              const WCHAR *section, const WCHAR *name,
                                              const WCHAR *value);
