@@ -304,12 +304,14 @@ TEST(RegExp, HostileInputLeavesTheProcessRunning) {
   WStr abc = ab + TEXT("c");
   WStr as(n, WCHAR('a'));
   WStr xs(n, WCHAR('x'));
+  const WStr deepest = WStr(10000, WCHAR('(')) + WStr(10000, WCHAR(')'));
   struct Row { const WStr *text; const WCHAR *pattern; int result; UINT length; };
   const Row rows[] = {
       {&abc, TEXT("(a|b)*c"), 0, n + 1},
       {&as, TEXT("(a*)*$"), 0, n},
       {&xs, TEXT("(a|b)*c"), -1, 0},
       {&as, TEXT("[ab]*$"), 0, n},
+      {&as, deepest.c_str(), 0, 0},
   };
   for (const Row &r : rows) {
     UINT length = 0;
@@ -322,10 +324,15 @@ TEST(RegExp, HostileInputLeavesTheProcessRunning) {
   // Quadratic and exponential backtracking give up instead of running for
   // hours; nested groups per character need more stack than is reserved.
   const WStr nested = WStr(TEXT("(")) + TEXT("((((((((((a))))))))))") + TEXT(")*$");
+  // Patterns longer than 20000 characters are refused before they are
+  // compiled, as compiling recurses once per nesting level.
+  const WStr deep = WStr(200000, WCHAR('(')) + WStr(200000, WCHAR(')'));
+  const WStr wide = WStr(20001, WCHAR('a'));
   WStr many(1000000, WCHAR('a'));
   struct Hard { const WStr *text; const WCHAR *pattern; };
   for (const Hard &h : {Hard{&as, TEXT("(a|b)*c")}, Hard{&as, TEXT("(a|aa)*b")},
-                        Hard{&many, nested.c_str()}}) {
+                        Hard{&many, nested.c_str()}, Hard{&as, deep.c_str()},
+                        Hard{&as, wide.c_str()}}) {
     UINT length = 77;
     EXPECT_EQ(Tavona_ParseRegExp(h.text->c_str(), 0, h.pattern, &length, nullptr, 0, 0, 0, 0),
               TAVONA_REGEXP_TOO_COMPLEX)

@@ -30,13 +30,20 @@ namespace tv {
 
 namespace {
 
+// Stack reserves to try, largest first: reserving costs address space only,
+// pages are committed as the matcher reaches them. A 32-bit process may not
+// find the larger ranges free.
 #if defined(_WIN64) || (!defined(_WIN32) && UINTPTR_MAX > 0xFFFFFFFFu)
-constexpr size_t kStackReserve = size_t(1) << 30;  // address space only
+constexpr size_t kStackReserves[] = {size_t(1) << 30, size_t(256) << 20};
 constexpr size_t kStackMargin = size_t(64) << 20;
 #else
-constexpr size_t kStackReserve = size_t(256) << 20;
+constexpr size_t kStackReserves[] = {size_t(512) << 20, size_t(256) << 20, size_t(128) << 20};
 constexpr size_t kStackMargin = size_t(24) << 20;
 #endif
+
+// Compiling recurses once per nesting level and per term of the pattern,
+// without a guard; this keeps that depth well inside the stack.
+constexpr int kMaxPatternLength = 20000;
 
 struct GiveUp {};
 
@@ -108,6 +115,7 @@ struct Job {
   const WCHAR *text;
   const WCHAR *pattern;
   uint64_t steps;
+  size_t stack;  // reserved for the thread
   RegexResult result;
 };
 
@@ -115,7 +123,7 @@ void Match(Job &job) {
   Guard guard;
   guard.stepsLeft = job.steps;
   const char *top = static_cast<const char *>(__builtin_frame_address(0));
-  guard.stackLimit = top - (kStackReserve - kStackMargin);
+  guard.stackLimit = top - (job.stack - kStackMargin);
   try {
     std::wstring pattern;
     for (const WCHAR *p = job.pattern; *p; ++p) pattern += static_cast<wchar_t>(*p);
@@ -153,10 +161,10 @@ void *MatchThread(void *p) {
 }
 #endif
 
-// Runs the match on a thread with the large stack and waits for it.
-bool RunOnLargeStack(Job &job) {
+// Runs the match on a thread with job.stack reserved and waits for it.
+bool RunWithStack(Job &job) {
 #ifdef _WIN32
-  unique_handle thread(CreateThread(nullptr, kStackReserve, MatchThread, &job,
+  unique_handle thread(CreateThread(nullptr, job.stack, MatchThread, &job,
                                     STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr));
   if (!thread) return false;
   WaitForSingleObject(thread.get(), INFINITE);
@@ -165,7 +173,7 @@ bool RunOnLargeStack(Job &job) {
   pthread_attr_t attr;
   if (pthread_attr_init(&attr) != 0) return false;
   pthread_t thread;
-  bool started = pthread_attr_setstacksize(&attr, kStackReserve) == 0 &&
+  bool started = pthread_attr_setstacksize(&attr, job.stack) == 0 &&
                  pthread_create(&thread, &attr, MatchThread, &job) == 0;
   pthread_attr_destroy(&attr);
   if (started) pthread_join(thread, nullptr);
@@ -176,9 +184,13 @@ bool RunOnLargeStack(Job &job) {
 }  // namespace
 
 RegexResult FindRegex(const WCHAR *text, const WCHAR *pattern, uint64_t steps) {
-  Job job{text, pattern, steps, {}};
-  job.result.status = TAVONA_REGEXP_TOO_COMPLEX;
-  if (!RunOnLargeStack(job)) job.result.status = TAVONA_REGEXP_TOO_COMPLEX;
+  Job job{text, pattern, steps, 0, {}};
+  job.result.status = TAVONA_REGEXP_TOO_COMPLEX;  // when no thread can start
+  if (LenBounded(pattern, kMaxPatternLength + 1) > kMaxPatternLength) return job.result;
+  for (size_t stack : kStackReserves) {
+    job.stack = stack;
+    if (RunWithStack(job)) break;
+  }
   return job.result;
 }
 

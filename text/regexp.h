@@ -11,10 +11,9 @@ namespace tv {
 constexpr INT kRegexMatched = 0;  // internal status; the others are TAVONA_REGEXP_*
 
 // Steps (reads, moves and comparisons of the text position) one search may
-// take before it gives up. A search without backtracking takes 2 to 7 per
-// character, so this is ample for every text the stack can hold; runaway
-// backtracking stops after well under a second (seconds in the sanitizer
-// build).
+// take before it gives up. A search without backtracking takes about 5 to
+// 20 per character, so this suffices for about a million characters, as
+// much as the stack holds; runaway backtracking stops after a few seconds.
 constexpr uint64_t kRegexSteps = 20000000;
 
 struct RegexResult {

@@ -237,10 +237,12 @@ INT WINAPI Tavona_GetListOfResourceIds(HMODULE module, UINT type, INT *ids, UINT
 /* Results of Tavona_ParseRegExp besides a position. Every negative result
  * means that no match is reported and the outputs are untouched. */
 #define TAVONA_REGEXP_NO_MATCH (-1)
-/* The search gave up: the text is too long for the stack the match runs on
- * (about 1,000,000 characters for a simple pattern on 64-bit builds, less
- * for complex patterns and 32-bit builds), it backtracked for more than a
- * few seconds, or memory ran out. */
+/* The search gave up: the pattern is longer than 20000 characters or beyond
+ * the engine's size limit, the text is too long for the stack the match
+ * runs on (on 64-bit builds about 500,000 characters for "(a|b)*c",
+ * 1,000,000 for "[ab]*c", fewer for patterns with more groups per
+ * character, and fewer on 32-bit builds), the search backtracked for more
+ * than a few seconds, or memory ran out. */
 #define TAVONA_REGEXP_TOO_COMPLEX (-2)
 /* The pattern is not a valid ECMAScript regular expression. */
 #define TAVONA_REGEXP_BAD_PATTERN (-3)
