@@ -44,10 +44,13 @@ TEST(RegexLimits, DISABLED_LongestHandledText) {
                        Row{TEXT("(a*)*$"), "(a*)*$", 'a', TEXT(""), 300000},
                        Row{TEXT("[ab]*c"), "[ab]*c", 'a', TEXT("c"), 300000},
                        Row{TEXT("((((a))))*c"), "((((a))))*c", 'a', TEXT("c"), 100000}}) {
+    bool stackBound = false;
     auto handles = [&](int n) {
       WStr text(n, r.fill);
       text += r.tail;
-      return tv::FindRegex(text.c_str(), r.pattern, tv::kRegexSteps).status == tv::kRegexMatched;
+      tv::RegexResult result = tv::FindRegex(text.c_str(), r.pattern, tv::kRegexSteps);
+      if (result.status != tv::kRegexMatched) stackBound = result.outOfStack;
+      return result.status == tv::kRegexMatched;
     };
     int good = 1000, bad = 0;
     ASSERT_TRUE(handles(good)) << r.name;
@@ -59,8 +62,21 @@ TEST(RegexLimits, DISABLED_LongestHandledText) {
       int mid = good + (bad - good) / 2;
       if (handles(mid)) good = mid; else bad = mid;
     }
-    std::printf("longest handled text for %-14s about %d characters\n", r.name, good);
+    std::printf("longest handled text for %-14s about %d characters (then out of %s)\n",
+                r.name, good, stackBound ? "stack" : "steps");
     EXPECT_GE(good, r.atLeast) << r.name;
+  }
+}
+
+// Prints how long giving up takes for runaway backtracking.
+TEST(RegexLimits, DISABLED_TimeToGiveUp) {
+  WStr as(300000, WCHAR('a'));
+  for (const WCHAR *pattern : {TEXT("(a|b)*c"), TEXT("(a|aa)*b"), TEXT("(a*)*b")}) {
+    auto start = std::chrono::steady_clock::now();
+    tv::RegexResult r = tv::FindRegex(as.c_str(), pattern, tv::kRegexSteps);
+    double s = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_EQ(r.status, TAVONA_REGEXP_TOO_COMPLEX);
+    std::printf("%s on 300000 characters: gave up after %.2f s\n", Narrow(pattern).c_str(), s);
   }
 }
 

@@ -45,15 +45,17 @@ constexpr size_t kStackMargin = size_t(24) << 20;
 // without a guard; this keeps that depth well inside the stack.
 constexpr int kMaxPatternLength = 20000;
 
-struct GiveUp {};
+struct GiveUp {
+  bool stack;  // else the steps ran out
+};
 
 struct Guard {
   const char *stackLimit = nullptr;  // the matcher stops below this address
   uint64_t stepsLeft = 0;
 
   void Check() {
-    if (--stepsLeft == 0 || static_cast<const char *>(__builtin_frame_address(0)) < stackLimit)
-      throw GiveUp();
+    if (--stepsLeft == 0) throw GiveUp{false};
+    if (static_cast<const char *>(__builtin_frame_address(0)) < stackLimit) throw GiveUp{true};
   }
 };
 
@@ -144,8 +146,11 @@ void Match(Job &job) {
                                 e.code() == std::regex_constants::error_space
                             ? TAVONA_REGEXP_TOO_COMPLEX
                             : TAVONA_REGEXP_BAD_PATTERN;
+  } catch (const GiveUp &g) {
+    job.result.status = TAVONA_REGEXP_TOO_COMPLEX;
+    job.result.outOfStack = g.stack;
   } catch (...) {
-    job.result.status = TAVONA_REGEXP_TOO_COMPLEX;  // GiveUp, bad_alloc
+    job.result.status = TAVONA_REGEXP_TOO_COMPLEX;  // bad_alloc
   }
 }
 

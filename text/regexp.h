@@ -20,6 +20,7 @@ struct RegexResult {
   INT status = TAVONA_REGEXP_NO_MATCH;
   int position = 0;  // of the match, in characters
   int length = 0;
+  bool outOfStack = false;  // gave up for want of stack rather than steps
 };
 
 // First match of pattern in text; gives up after steps steps or when the

@@ -16,3 +16,4 @@ tavona_test(data_internal_tests INTERNAL SOURCES tests/test_data_internal.cpp)
 tavona_test(data_win_tests WINDOWS UI INTERNAL SOURCES tests/test_data_win.cpp)
 
 tavona_fuzz(fuzz_descriptors SOURCES fuzz/fuzz_descriptors.cpp)
+tavona_bench(bench_data SOURCES bench/bench_data.cpp)
