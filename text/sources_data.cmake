@@ -17,3 +17,4 @@ tavona_test(data_win_tests WINDOWS UI INTERNAL SOURCES tests/test_data_win.cpp)
 
 tavona_fuzz(fuzz_descriptors SOURCES fuzz/fuzz_descriptors.cpp)
 tavona_bench(bench_data SOURCES bench/bench_data.cpp)
+tavona_fuzz(fuzz_crypt SOURCES fuzz/fuzz_crypt.cpp)
