@@ -121,6 +121,19 @@ TEST(Descriptors, Read) {
   EXPECT_EQ(DescriptorGetLongItem(longValue.c_str(), TEXT("n"), 7), 0);
 }
 
+// Names of up to 97 characters are found; longer ones are added but never
+// found again.
+TEST(Descriptors, NameLengthLimit) {
+  for (int len : {97, 98}) {
+    WStr name(len, WCHAR('n'));
+    Buffer b(TEXT(""), 300);
+    DescriptorAddLongItem(b.data(), 300, name.c_str(), 5);
+    DescriptorAddLongItem(b.data(), 300, name.c_str(), 6);
+    EXPECT_EQ(DescriptorGetLongItem(b.data(), name.c_str(), 0), len == 97 ? 6 : 0) << len;
+    EXPECT_EQ(b.Text().size(), (len + 2u) * (len == 97 ? 1 : 2) + (len == 97 ? 0 : 1)) << len;
+  }
+}
+
 TEST(Descriptors, NullArgumentsAreIgnored) {
   Buffer b(TEXT("a=1"), 10);
   DescriptorAddStringItem(nullptr, 10, TEXT("a"), TEXT("1"));

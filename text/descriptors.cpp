@@ -9,7 +9,7 @@
 namespace {
 
 constexpr WCHAR kTab = 9;
-constexpr int kKeySize = 99;  // tab + name + '=' and the terminator
+constexpr int kKeyLength = 99;  // tab + name + '=': names of up to 97
 
 struct Item {
   WCHAR *start = nullptr;  // first character of the name
@@ -21,8 +21,8 @@ struct Item {
 // "\tname=". Names too long for the key are never found.
 bool Locate(const WCHAR *descriptor, const WCHAR *name, Item &item) {
   int nameLen = tv::Len(name);
-  if (nameLen + 3 > kKeySize) return false;
-  WCHAR key[kKeySize];
+  if (nameLen + 2 > kKeyLength) return false;
+  WCHAR key[kKeyLength + 1];
   key[0] = kTab;
   tv::CopyRaw(key + 1, name, nameLen);
   key[nameLen + 1] = '=';

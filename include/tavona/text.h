@@ -230,8 +230,8 @@ void WINAPI Tavona_LongToRoman(INT value, WCHAR *out, INT outSize);
 void WINAPI CreateTemporaryFileName(WCHAR *out, INT outSize, const WCHAR *prefix);
 /* IDs of the string tables (type 6), menus (4) or dialogs (5) of a module;
  * at most capacity - 1 are stored, except that one string ID is stored for
- * capacity 1. Names that are no number are stored as -1. Returns the count,
- * or -1 for any other type. */
+ * capacity 1, and none for capacity 0. Names that are no number are stored
+ * as -1. Returns the count, or -1 for any other type. */
 INT WINAPI Tavona_GetListOfResourceIds(HMODULE module, UINT type, INT *ids, UINT capacity);
 
 /* Results of Tavona_ParseRegExp besides a position. Every negative result
