@@ -186,8 +186,9 @@ INT WINAPI DescriptorGetLongItem(const WCHAR *descriptor, const WCHAR *name, INT
  * being read at a glance. Use the platform's data protection for secrets.
  * Only the low 8 bits of each character change, and no character becomes
  * 0, so the text keeps its length. A key whose seed works out to 0 (for
- * example "Lqm" followed by U+98D9) scrambles as the empty key
- * does; such keys used to hang. Nothing happens for a NULL key or text. */
+ * example "Lqm" followed by U+98D9) would never finish deriving its
+ * start value; it scrambles as the empty key does instead. Nothing happens
+ * for a NULL key or text. */
 INT WINAPI Tavona_Crypt(const WCHAR *key, WCHAR *text); /* always 0 */
 void WINAPI Tavona_DeCrypt(const WCHAR *key, WCHAR *text);
 
@@ -197,7 +198,8 @@ void WINAPI Tavona_DeCrypt(const WCHAR *key, WCHAR *text);
  * marker. Nothing happens when outSize < 10. */
 void WINAPI Tavona_StringToAutoCrypt(const WCHAR *src, WCHAR *out, INT outSize, const WCHAR *key);
 /* Undoes Tavona_StringToAutoCrypt; a text without the marker is copied
- * unchanged, so plain and scrambled values can share one place. */
+ * unchanged, so plain and scrambled values can share one place. out must
+ * hold the escaped text after the marker (it is decoded in place). */
 void WINAPI Tavona_AutoCryptToString(const WCHAR *src, WCHAR *out, INT outSize, const WCHAR *key);
 
 /* Scrambled, escaped profile values. The escaped text is built in 2000
