@@ -72,6 +72,15 @@
 #define IDC_FMT_PREVIEW_ZERO 1031
 
 /* Descriptors, scrambling, hashing: dialogs and their controls. */
+#define IDD_CRYPT_TEST 600
+#define IDC_CRYPT_TEXT 137
+#define IDC_CRYPT_KEY 143
+#define IDC_CRYPT_SCRAMBLED_HEX 607
+#define IDC_CRYPT_SCRAMBLED 611
+#define IDC_CRYPT_RESTORED_HEX 612
+#define IDC_CRYPT_RESTORED 616
+#define IDC_CRYPT_PLAIN 617
+#define IDC_CRYPT_PLAIN_HEX 618
 
 /* Files. */
 

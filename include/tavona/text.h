@@ -219,6 +219,109 @@ INT_PTR CALLBACK FloatFormat_Dialog_Callback(HWND dialog, UINT message, WPARAM w
 
 /* ---- Descriptors, scrambling, hashing, regular expressions ---- */
 
+/* Descriptors: "name=value" items separated by tabs (code 9) in one
+ * caller-owned buffer, edited in place. Names are case-sensitive, at most
+ * 97 characters, without tabs or '='; values without tabs. Numbers are
+ * kept as decimal text. */
+
+/* Adds name=value at the END of the descriptor; an item of that name is
+ * removed first, so a replaced item moves to the end. Appends follow
+ * TavonaAppendString: a part that does not fit capacity empties the
+ * descriptor. A descriptor of blanks only keeps them and gets no tab. */
+void WINAPI DescriptorAddStringItem(WCHAR *descriptor, UINT capacity, const WCHAR *name,
+                                    const WCHAR *value);
+void WINAPI DescriptorAddLongItem(WCHAR *descriptor, UINT capacity, const WCHAR *name,
+                                  INT value);
+/* Removes the item and its separating tab; nothing if it is absent. */
+void WINAPI DescriptorDeleteItem(WCHAR *descriptor, const WCHAR *name);
+/* Reads copy the value with the non-truncating copy of TavonaCopyString,
+ * from the value to the end of the descriptor: only the LAST item reads
+ * correctly, an item followed by another reads as "" (and as 0), as does a
+ * value that does not fit out. A missing item gives the default. */
+void WINAPI DescriptorGetStringItem(const WCHAR *descriptor, const WCHAR *name,
+                                    const WCHAR *defaultValue, WCHAR *out, INT outSize);
+/* The value as _wtol reads it; values longer than 99 characters give 0. */
+INT WINAPI DescriptorGetLongItem(const WCHAR *descriptor, const WCHAR *name, INT defaultValue);
+
+/* Scrambling of profile strings. This is OBFUSCATION, NOT PROTECTION: the
+ * scrambled text is a simple function of the key and anyone with the
+ * library (or this description) can undo it; it only keeps values from
+ * being read at a glance. Use the platform's data protection for secrets.
+ * Only the low 8 bits of each character change, and no character becomes
+ * 0, so the text keeps its length. A key whose seed works out to 0 (for
+ * example "Lqm" followed by U+98D9) would never finish deriving its
+ * start value; it scrambles as the empty key does instead. Nothing happens
+ * for a NULL key or text. */
+INT WINAPI Tavona_Crypt(const WCHAR *key, WCHAR *text); /* always 0 */
+void WINAPI Tavona_DeCrypt(const WCHAR *key, WCHAR *text);
+
+/* Self-marking form: "$&CR&$-" and the scrambled text in the escape
+ * notation (flags 19). A blank src is copied unchanged without the marker.
+ * Texts of 1000 characters or more are not scrambled but give the bare
+ * marker. Nothing happens when outSize < 10. */
+void WINAPI Tavona_StringToAutoCrypt(const WCHAR *src, WCHAR *out, INT outSize, const WCHAR *key);
+/* Undoes Tavona_StringToAutoCrypt; a text without the marker is copied
+ * unchanged, so plain and scrambled values can share one place. out must
+ * hold the escaped text after the marker (it is decoded in place). */
+void WINAPI Tavona_AutoCryptToString(const WCHAR *src, WCHAR *out, INT outSize, const WCHAR *key);
+
+/* Scrambled, escaped profile values. The escaped text is built in 2000
+ * characters and each scrambled character takes 1 to 4 of them: values of
+ * up to 498 characters always come back whole, longer ones may be cut. Writing
+ * returns WritePrivateProfileStringW's result. A missing value reads as the
+ * default, exactly, without unscrambling. Scrambled characters are not
+ * escaped above code 127: keep such values in a UTF-16 profile file (one
+ * that starts with a byte-order mark), since an ANSI file loses the ones
+ * its code page lacks. */
+BOOL WINAPI Tavona_WriteCryptedProfileString(const WCHAR *key, const WCHAR *file,
+                                             const WCHAR *section, const WCHAR *name,
+                                             const WCHAR *value);
+void WINAPI Tavona_ReadCryptedProfileString(const WCHAR *key, const WCHAR *file,
+                                            const WCHAR *section, const WCHAR *name,
+                                            const WCHAR *defaultValue, WCHAR *out, INT outSize);
+/* A test dialog showing a typed text scrambled and unscrambled, in
+ * hexadecimal; 1 (OK) or 2 (cancel). */
+INT WINAPI Tavona_CryptDia(void);
+
+/* h = h * c + 13 over the characters, 0 taken as 1, then times 13 until it
+ * reaches 100000; reduced modulo modulus when that is positive. "" gives
+ * 371293. 0 for a NULL text. */
+DWORD WINAPI Tavona_CreateHash(const WCHAR *text, INT modulus);
+/* 1 to 3999 as Roman numerals ("MCMXCIV"); other values give "". */
+void WINAPI Tavona_LongToRoman(INT value, WCHAR *out, INT outSize);
+/* Creates an empty, uniquely named file in the temporary folder and
+ * returns its full name (prefix NULL = "CF"); the caller deletes it. A name
+ * that does not fit leaves out empty. */
+void WINAPI CreateTemporaryFileName(WCHAR *out, INT outSize, const WCHAR *prefix);
+/* IDs of the string tables (type 6), menus (4) or dialogs (5) of a module;
+ * at most capacity - 1 are stored, except that one string ID is stored for
+ * capacity 1, and none for capacity 0. Names that are no number are stored
+ * as -1. Returns the count, or -1 for any other type. */
+INT WINAPI Tavona_GetListOfResourceIds(HMODULE module, UINT type, INT *ids, UINT capacity);
+
+/* Results of Tavona_ParseRegExp besides a position. Every negative result
+ * means that no match is reported and the outputs are untouched. */
+#define TAVONA_REGEXP_NO_MATCH (-1)
+/* The search gave up: the pattern is longer than 20000 characters or beyond
+ * the engine's size limit, the text is too long for the stack the match
+ * runs on (on 64-bit builds about 500,000 characters for "(a|b)*c",
+ * 1,000,000 for "[ab]*c", fewer for patterns with more groups per
+ * character, and fewer on 32-bit builds), the search backtracked for more
+ * than a few seconds, or memory ran out. */
+#define TAVONA_REGEXP_TOO_COMPLEX (-2)
+/* The pattern is not a valid ECMAScript regular expression. */
+#define TAVONA_REGEXP_BAD_PATTERN (-3)
+
+/* First match of pattern (ECMAScript grammar) in text. Returns its position
+ * and stores its length and text (a match that does not fit matchSize
+ * leaves match empty); 0 when text or pattern is NULL. Each call runs the
+ * match on a thread of its own with a large stack and waits for it, so it
+ * must not be called while the loader lock is held (from DllMain).
+ * Arguments 2, 6, 7 and 8 are not used. */
+INT WINAPI Tavona_ParseRegExp(const WCHAR *text, INT unused2, const WCHAR *pattern,
+                              UINT *matchLength, WCHAR *match, INT unused6, INT unused7,
+                              INT unused8, INT matchSize);
+
 TAVONA_END_DECLS
 
 #endif
