@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -424,13 +425,8 @@ TEST_F(Boxes, LanguagesFromResourceAndInstalledLocales) {
   wchar_t pairs[1024] = {};
   ASSERT_GT(LoadStringW(Tavona_GetResourceModule(), IDS_LANGUAGE_LIST, pairs, 1024), 0);
   std::vector<std::wstring> tokens;
-  std::wstring all = pairs;
-  for (size_t from = 0;;) {
-    size_t bar = all.find(L'|', from);
-    tokens.push_back(all.substr(from, bar == std::wstring::npos ? bar : bar - from));
-    if (bar == std::wstring::npos) break;
-    from = bar + 1;
-  }
+  std::wistringstream all(pairs);
+  for (std::wstring token; std::getline(all, token, L'|');) tokens.push_back(token);
   ASSERT_EQ(tokens.size() % 2, 0u);
   EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"stale"), -1);
   for (size_t i = 0; i < tokens.size(); i += 2) {
