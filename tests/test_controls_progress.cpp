@@ -98,9 +98,6 @@ TEST_F(Progress, OwnerDisabledWhileShownAndBoundsRepaired) {
     HWND p = Tavona_CreateProgressIndicator(owner_, L"Working", 0, upper);
     ASSERT_TRUE(p);
     EXPECT_FALSE(IsWindowEnabled(owner_));
-    wchar_t title[50];
-    GetWindowTextW(p, title, 50);
-    EXPECT_STREQ(title, L"Working");
     // The upper bound became 1: position 1 fills the whole bar.
     Tavona_UpdateProgressIndicator(p, 1);
     std::string bad;

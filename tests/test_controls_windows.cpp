@@ -225,7 +225,7 @@ TEST_F(SmallWindows, TabPagesShownAndConfirmed) {
   const wchar_t *titles[] = {L"Mail", L"Name", L"Mail"};
   for (int i = 0; i < 3; ++i) {
     wchar_t text[50] = {};
-    TCITEMW item = {TCIF_TEXT | TCIF_PARAM, 0, 0, text, 50};
+    TCITEMW item = {TCIF_TEXT | TCIF_PARAM, 0, 0, text, 50, 0, 0};
     SendMessageW(tab, TCM_GETITEMW, i, LPARAM(&item));
     EXPECT_STREQ(text, titles[i]) << i;
     if (i) { EXPECT_EQ(HWND(item.lParam), i == 1 ? name : mail) << i; }
@@ -668,9 +668,10 @@ void ExpectReport(UINT id, size_t from, const wchar_t *name) {
 TEST_F(SmallWindows, PictureInfoThroughTheConversionLibrary) {
   auto install = [](const wchar_t *variant) {
     Unload();
-    if (variant)
+    if (variant) {
       ASSERT_TRUE(CopyFileW((BinDir() + variant + L"\\kv32.dll").c_str(),
                             (BinDir() + L"kv32.dll").c_str(), FALSE));
+    }
   };
   wchar_t info[64] = L"?";
   install(nullptr);

@@ -26,9 +26,11 @@ const wchar_t *IntCaption() { return German() ? L"Ganzzahlformat" : L"Integer Fo
 const wchar_t *FloatCaption() { return German() ? L"Kommazahlformat" : L"Decimal Number Format"; }
 std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (German() ? L"_de" : L""); }
 
-// Types one character where the caret is, as a keyboard would.
-void Type(tvui::Session &s, HWND dlg, int id, wchar_t c) {
+// Types one character where the caret is, as a keyboard would; the field
+// then reads after.
+void Typed(tvui::Session &s, HWND dlg, int id, wchar_t c, const wchar_t *after) {
   s.Send(s.Item(dlg, id), WM_CHAR, c, 1);
+  EXPECT_EQ(s.Text(dlg, id), after) << "typed " << int(c);
 }
 
 void ExpectPreviews(tvui::Session &s, HWND dlg, const wchar_t *positive, const wchar_t *negative,
@@ -71,24 +73,16 @@ TEST_F(NumberDialogs, IntegerEveryField) {
                    __LINE__);
 
     // Refused characters are taken back as soon as they are typed.
-    Type(s, dlg, IDC_FMT_BEFORE, L'|');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_BEFORE), L"EUR 50% ");
-    Type(s, dlg, IDC_FMT_AFTER, L'"');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_AFTER), L" \\net");
-    Type(s, dlg, IDC_FMT_ZERO, L'|');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_ZERO), L"nil");
-    Type(s, dlg, IDC_FMT_THOUSANDS, L'"');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_THOUSANDS), L"'");
-    Type(s, dlg, IDC_FMT_WIDTH, L'x');
-    Type(s, dlg, IDC_FMT_WIDTH, L'-');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_WIDTH), L"7");
-    Type(s, dlg, IDC_FMT_WIDTH, L'1');  // at the caret, before the 7
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_WIDTH), L"17");
-    Type(s, dlg, IDC_FMT_WIDTH, 8);
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_WIDTH), L"7");
+    Typed(s, dlg, IDC_FMT_BEFORE, L'|', L"EUR 50% ");
+    Typed(s, dlg, IDC_FMT_AFTER, L'"', L" \\net");
+    Typed(s, dlg, IDC_FMT_ZERO, L'|', L"nil");
+    Typed(s, dlg, IDC_FMT_THOUSANDS, L'"', L"'");
+    Typed(s, dlg, IDC_FMT_WIDTH, L'x', L"7");
+    Typed(s, dlg, IDC_FMT_WIDTH, L'-', L"7");
+    Typed(s, dlg, IDC_FMT_WIDTH, L'1', L"17");  // at the caret, before the 7
+    Typed(s, dlg, IDC_FMT_WIDTH, 8, L"7");
     // Other characters pass, even '%' in a text.
-    Type(s, dlg, IDC_FMT_ZERO, L'%');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_ZERO), L"%nil");
+    Typed(s, dlg, IDC_FMT_ZERO, L'%', L"%nil");
     ExpectPreviews(s, dlg, L"EUR 50% +0'012'345 \\net", L"EUR 50% 0'012'345 \\net", L"%nil",
                    __LINE__);
     s.Screenshot(dlg, Shot(L"numbers_int_dialog_filled"));
@@ -183,12 +177,9 @@ TEST_F(NumberDialogs, FloatEveryField) {
     s.SetText(dlg, IDC_FMT_ZERO, L"none");
     ExpectPreviews(s, dlg, L"$ +1,234,567.9 (net)", L"$ -1,234,567.9 (net)", L"none", __LINE__);
 
-    Type(s, dlg, IDC_FMT_DECIMAL, L'|');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_DECIMAL), L".");
-    Type(s, dlg, IDC_FMT_FRACTION, L',');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_FRACTION), L"1");
-    Type(s, dlg, IDC_FMT_BEFORE, L'"');
-    EXPECT_EQ(s.Text(dlg, IDC_FMT_BEFORE), L"$ ");
+    Typed(s, dlg, IDC_FMT_DECIMAL, L'|', L".");
+    Typed(s, dlg, IDC_FMT_FRACTION, L',', L"1");
+    Typed(s, dlg, IDC_FMT_BEFORE, L'"', L"$ ");
     s.Screenshot(dlg, Shot(L"numbers_float_dialog_filled"));
     s.Click(dlg, IDOK);
     s.WaitClosed(dlg);
@@ -261,13 +252,14 @@ TEST_F(NumberDialogs, PerformHelpPaths) {
   Tavona_SetErrorHandlerCallback(nullptr);
 }
 
-// The same tests in German, in a child process that loads the German
-// resource library.
+// The dialogs and the help box again in German, in a child process that
+// loads the German resource library.
 TEST(NumberDialogsGerman, AllInGerman) {
   if (German()) GTEST_SKIP() << "already the German run";
   wchar_t self[MAX_PATH];
   ASSERT_GT(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
-  std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=NumberDialogs.*";
+  std::wstring command = L"\"" + std::wstring(self) +
+                         L"\" --gtest_filter=NumberDialogs.*EveryField:NumberDialogs.HelpButton";
   SetEnvironmentVariableW(L"VEL_LANGUAGE", L"de");
   STARTUPINFOW si = {};
   si.cb = sizeof si;
