@@ -121,7 +121,6 @@ TEST(FilePaths, AddPath) {
       {TEXT("/a.txt"), 100, TEXT("D:\\new"), 0, 0, TEXT("D:\\new\\a.txt")},
       {TEXT("C:a.txt"), 100, TEXT("D:\\new"), 0, 0, TEXT("D:\\new\\a.txt")},
       {TEXT("a.txt"), 100, TEXT("[MODULEPATH]"), 0, 0, moduleDir + TEXT("\\a.txt")},
-      {TEXT("a.txt"), 100, TEXT("[ModulePath]"), 0, 0, moduleDir + TEXT("\\a.txt")},
       {TEXT("a.txt"), 100, TEXT("[modulepath]"), 0, 0, moduleDir + TEXT("\\a.txt")},
       {TEXT("a.txt"), 100, TEXT(""), 0, 0, TEXT("\\a.txt")},
       {TEXT("a.txt"), 100, longBase.c_str(), 0, -1, TEXT("a.txt")},

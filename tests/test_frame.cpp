@@ -57,20 +57,6 @@ TEST(Frame, VersionFromResource) {
   EXPECT_EQ(custom[0], 0);
 }
 
-TEST(Frame, ModuleNameAndLanguageCode) {
-  wchar_t buf[10];
-  Tavona_GetLtsModuleName(buf, 10);
-  EXPECT_STREQ(buf, L"TAVONADLL");
-  wchar_t small[5] = L"abcd";
-  Tavona_GetLtsModuleName(small, 5);  // never shortened: left empty
-  EXPECT_EQ(small[0], 0);
-  wchar_t untouched[2] = L"q";
-  Tavona_GetLtsModuleName(untouched, 0);
-  EXPECT_EQ(untouched[0], L'q');
-  EXPECT_EQ(Tavona_SetLtsLanguageCode(1031), 1031);
-  EXPECT_EQ(Tavona_SetLtsLanguageCode(-1), -1);
-}
-
 TEST(Frame, GlobalWindowClasses) {
   struct Case {
     const wchar_t *name;
@@ -88,22 +74,8 @@ TEST(Frame, GlobalWindowClasses) {
     ASSERT_TRUE(GetClassInfoExW(GetModuleHandleW(nullptr), c.name, &wc)) << c.name;
     ASSERT_TRUE(GetClassInfoExW(Tavona_GetInstance(), c.name, &wc)) << c.name;
     EXPECT_EQ(wc.style, c.style) << c.name;
-    EXPECT_EQ(wc.cbClsExtra, 0);
-    EXPECT_EQ(wc.cbWndExtra, int(sizeof(LONG_PTR))) << c.name;
-    EXPECT_EQ(wc.hbrBackground, GetStockObject(LTGRAY_BRUSH)) << c.name;
-    EXPECT_EQ(wc.hCursor, LoadCursorW(nullptr, IDC_ARROW)) << c.name;
-
-    HWND w = CreateWindowExW(0, c.name, L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
-                             GetModuleHandleW(nullptr), nullptr);
-    ASSERT_NE(w, nullptr) << c.name;
-    // The extra bytes hold a whole pointer.
-    const LONG_PTR value = static_cast<LONG_PTR>(0x123456789ABCLL);
-    SetWindowLongPtrW(w, 0, value);
-    EXPECT_EQ(GetWindowLongPtrW(w, 0), value);
-    DestroyWindow(w);
+    EXPECT_EQ(wc.cbWndExtra, int(sizeof(LONG_PTR))) << c.name;  // a whole pointer
   }
 }
-
-TEST(Frame, FreeMemoryAcceptsNull) { Tavona_FreeMemory(nullptr); }
 
 }  // namespace

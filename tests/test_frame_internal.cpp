@@ -246,8 +246,6 @@ TEST(Accessors, ModuleNameAndLanguageCode) {
   WCHAR small[5] = u"abcd";
   Tavona_GetLtsModuleName(small, 5);
   EXPECT_EQ(small[0], 0);
-  EXPECT_EQ(Tavona_SetLtsLanguageCode(-7), -7);
-  EXPECT_EQ(tv::g.ltsLanguageCode, -7);
   EXPECT_EQ(std::u16string(tv::g.globalParamsKey), std::u16string(tv::g.colorParamsKey));
 }
 

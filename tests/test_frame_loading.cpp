@@ -1,5 +1,6 @@
 // Choosing the resource library at load: copies of tavona32.dll are loaded
 // at run time from folders laid out for each case.
+#include "testutil.h"
 #include "uidriver.h"
 
 #include <gtest/gtest.h>
@@ -10,13 +11,6 @@
 #include <vector>
 
 namespace {
-
-std::wstring ExeFolder() {
-  wchar_t path[MAX_PATH];
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  std::wstring s = path;
-  return s.substr(0, s.rfind(L'\\') + 1);
-}
 
 // (language folder, language of the resource library copied into it)
 using Folders = std::vector<std::pair<std::wstring, std::wstring>>;
@@ -32,7 +26,7 @@ class Layout {
     dir_ = std::wstring(tmp) + L"tavona_load_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
            std::to_wstring(++serial) + L"\\";
     CreateDirectoryW(dir_.c_str(), nullptr);
-    EXPECT_TRUE(CopyFileW((ExeFolder() + L"tavona32.dll").c_str(), (dir_ + L"tavona32.dll").c_str(), FALSE));
+    EXPECT_TRUE(CopyFileW((BinDir() + L"tavona32.dll").c_str(), (dir_ + L"tavona32.dll").c_str(), FALSE));
     // resources: (folder name, language of the copy: en or de)
     for (const auto &[folder, lang] : resources) {
       std::wstring target = dir_;
@@ -40,7 +34,7 @@ class Layout {
         target += folder + L"\\";
         CreateDirectoryW(target.c_str(), nullptr);
       }
-      EXPECT_TRUE(CopyFileW((ExeFolder() + lang + L"\\tavona32Res.dll").c_str(),
+      EXPECT_TRUE(CopyFileW((BinDir() + lang + L"\\tavona32Res.dll").c_str(),
                             (target + L"tavona32Res.dll").c_str(), FALSE));
     }
   }
@@ -131,7 +125,7 @@ TEST_F(LanguageFixture, ProbingOrder) {
     ASSERT_NE(r.library, nullptr) << Utf8(c.language);
     EXPECT_EQ(r.resourcePath, layout.Dir() + c.expectedSuffix) << Utf8(c.language);
     wchar_t want[100] = {};
-    LoadStringW(LoadLibraryExW((ExeFolder() + c.expectedLang + L"\\tavona32Res.dll").c_str(), nullptr,
+    LoadStringW(LoadLibraryExW((BinDir() + c.expectedLang + L"\\tavona32Res.dll").c_str(), nullptr,
                                LOAD_LIBRARY_AS_DATAFILE),
                 1500, want, 100);
     EXPECT_EQ(r.caption, want) << Utf8(c.language);

@@ -23,13 +23,6 @@ namespace {
 
 const wchar_t kHandlerKey[] = L"Software\\Tavona Software\\Error Handler";
 
-std::wstring BinDir() {
-  wchar_t path[MAX_PATH];
-  GetModuleFileNameW(nullptr, path, MAX_PATH);
-  std::wstring dir = path;
-  return dir.substr(0, dir.rfind(L'\\') + 1);
-}
-
 HMODULE LoadResources(const wchar_t *lang) {
   return LoadLibraryExW((BinDir() + lang + L"\\tavona32Res.dll").c_str(), nullptr,
                         LOAD_LIBRARY_AS_DATAFILE);

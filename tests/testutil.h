@@ -23,3 +23,15 @@ template <typename Ch>
 std::string Narrow(const std::basic_string<Ch> &s) {
   return Narrow(s.c_str());
 }
+
+#ifdef _WIN32
+#include <windows.h>
+
+// The folder of the test program, with its trailing backslash.
+inline std::wstring BinDir() {
+  wchar_t path[MAX_PATH];
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  std::wstring dir = path;
+  return dir.substr(0, dir.rfind(L'\\') + 1);
+}
+#endif
