@@ -8,6 +8,10 @@
 // through an iterator that watches both the stack left and the number of
 // steps taken; when either runs out the iterator throws, the matcher
 // unwinds normally and the routine returns TAVONA_REGEXP_TOO_COMPLEX.
+// Starting a thread costs far more than a short search, so a short pattern
+// is first tried on the caller's own stack within a small budget, when the
+// caller has room to spare; only a search that needs more stack moves on
+// to the thread.
 #include <tavona/text.h>
 
 #include <cstddef>
@@ -44,6 +48,12 @@ constexpr size_t kStackMargin = size_t(24) << 20;
 // Compiling recurses once per nesting level and per term of the pattern,
 // without a guard; this keeps that depth well inside the stack.
 constexpr int kMaxPatternLength = 20000;
+
+// Short patterns compile within a few kilobytes of stack; the matcher is
+// held to the budget by the guard. The caller must have the room free.
+constexpr int kInlinePatternLength = 128;
+constexpr size_t kInlineBudget = size_t(256) << 10;
+constexpr size_t kInlineRoom = size_t(1) << 20;
 
 struct GiveUp {
   bool stack;  // else the steps ran out
@@ -117,7 +127,7 @@ struct Job {
   const WCHAR *text;
   const WCHAR *pattern;
   uint64_t steps;
-  size_t stack;  // reserved for the thread
+  size_t budget;  // stack the matcher may use below Match's frame
   RegexResult result;
 };
 
@@ -125,7 +135,7 @@ void Match(Job &job) {
   Guard guard;
   guard.stepsLeft = job.steps;
   const char *top = static_cast<const char *>(__builtin_frame_address(0));
-  guard.stackLimit = top - (job.stack - kStackMargin);
+  guard.stackLimit = top - job.budget;
   try {
     std::wstring pattern;
     for (const WCHAR *p = job.pattern; *p; ++p) pattern += static_cast<wchar_t>(*p);
@@ -166,10 +176,36 @@ void *MatchThread(void *p) {
 }
 #endif
 
-// Runs the match on a thread with job.stack reserved and waits for it.
-bool RunWithStack(Job &job) {
+// Whether the calling thread has kInlineRoom of stack left below here.
+bool CallerHasRoom() {
+  const char *here = static_cast<const char *>(__builtin_frame_address(0));
 #ifdef _WIN32
-  unique_handle thread(CreateThread(nullptr, job.stack, MatchThread, &job,
+  // Windows 8 and later; without it every search takes the thread.
+  using Limits = VOID(WINAPI *)(PULONG_PTR, PULONG_PTR);
+  static const Limits limits = reinterpret_cast<Limits>(reinterpret_cast<void *>(
+      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetCurrentThreadStackLimits")));
+  if (!limits) return false;
+  ULONG_PTR low = 0, high = 0;
+  limits(&low, &high);
+  const char *bottom = reinterpret_cast<const char *>(low);
+#else
+  pthread_attr_t attr;
+  if (pthread_getattr_np(pthread_self(), &attr) != 0) return false;
+  void *addr = nullptr;
+  size_t size = 0;
+  int rc = pthread_attr_getstack(&attr, &addr, &size);
+  pthread_attr_destroy(&attr);
+  if (rc != 0) return false;
+  const char *bottom = static_cast<const char *>(addr);
+#endif
+  return here > bottom && size_t(here - bottom) > kInlineRoom;
+}
+
+// Runs the match on a thread with stack reserved and waits for it.
+bool RunWithStack(Job &job, size_t stack) {
+  job.budget = stack - kStackMargin;
+#ifdef _WIN32
+  unique_handle thread(CreateThread(nullptr, stack, MatchThread, &job,
                                     STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr));
   if (!thread) return false;
   WaitForSingleObject(thread.get(), INFINITE);
@@ -178,7 +214,7 @@ bool RunWithStack(Job &job) {
   pthread_attr_t attr;
   if (pthread_attr_init(&attr) != 0) return false;
   pthread_t thread;
-  bool started = pthread_attr_setstacksize(&attr, job.stack) == 0 &&
+  bool started = pthread_attr_setstacksize(&attr, stack) == 0 &&
                  pthread_create(&thread, &attr, MatchThread, &job) == 0;
   pthread_attr_destroy(&attr);
   if (started) pthread_join(thread, nullptr);
@@ -192,10 +228,15 @@ RegexResult FindRegex(const WCHAR *text, const WCHAR *pattern, uint64_t steps) {
   Job job{text, pattern, steps, 0, {}};
   job.result.status = TAVONA_REGEXP_TOO_COMPLEX;  // when no thread can start
   if (LenBounded(pattern, kMaxPatternLength + 1) > kMaxPatternLength) return job.result;
-  for (size_t stack : kStackReserves) {
-    job.stack = stack;
-    if (RunWithStack(job)) break;
+  if (LenBounded(pattern, kInlinePatternLength + 1) <= kInlinePatternLength && CallerHasRoom()) {
+    job.budget = kInlineBudget;
+    Match(job);
+    if (!job.result.outOfStack) return job.result;
+    job.result = RegexResult{};
+    job.result.status = TAVONA_REGEXP_TOO_COMPLEX;
   }
+  for (size_t stack : kStackReserves)
+    if (RunWithStack(job, stack)) break;
   return job.result;
 }
 

@@ -314,9 +314,10 @@ INT WINAPI Tavona_GetListOfResourceIds(HMODULE module, UINT type, INT *ids, UINT
 
 /* First match of pattern (ECMAScript grammar) in text. Returns its position
  * and stores its length and text (a match that does not fit matchSize
- * leaves match empty); 0 when text or pattern is NULL. Each call runs the
- * match on a thread of its own with a large stack and waits for it, so it
- * must not be called while the loader lock is held (from DllMain).
+ * leaves match empty); 0 when text or pattern is NULL. A search that needs
+ * more than a little stack runs on a thread of its own with a large stack
+ * while the caller waits, so it must not be called while the loader lock is
+ * held (from DllMain).
  * Arguments 2, 6, 7 and 8 are not used. */
 INT WINAPI Tavona_ParseRegExp(const WCHAR *text, INT unused2, const WCHAR *pattern,
                               UINT *matchLength, WCHAR *match, INT unused6, INT unused7,
