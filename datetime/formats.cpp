@@ -244,7 +244,10 @@ INT Parse(const WCHAR *text, DateTimeStruct *r, const WCHAR *format) {
         twelve = true;
         break;
       case 'M': r->month = reader.Month(); break;
-      case 'P': afternoon = reader.Meridiem(); break;
+      // A later "am" does not take back an afternoon already noted.
+      case 'P':
+        if (reader.Meridiem()) afternoon = true;
+        break;
       default: break;
     }
     f += 2;

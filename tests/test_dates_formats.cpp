@@ -154,6 +154,7 @@ TEST_F(Formats, Parsing) {
       {"1:05 PM", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 13, 5)},
       {"1:05 xx", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 1, 5)},
       {"1:05 pm", TEXT("%H1:%U2%P1"), 0, Dt(2000, 1, 1, 1, 5)},  // 24-hour clock
+      {"pm 5 am", TEXT("%P1%h1%P1"), 0, Dt(2000, 1, 1, 17, 0)},  // the first P holds
       {"8:05:09", TEXT("%H1:%U2:%S2"), 0, Dt(2000, 1, 1, 8, 5, 9)},
       {"-5.-3.-2015", nullptr, 0, Dt(2015, 3, 5)},  // minus signs are skipped
       {"date 1 / 2 / 2015 end", TEXT("%D1-%M1-%Y2"), 0, Dt(2015, 2, 1)},

@@ -162,10 +162,10 @@ INT WINAPI OdbcTimeStamp_To_DateTimeStruct(const WCHAR *text, DateTimeStruct *r)
  * the amount texts of the resource library (hours, minutes, seconds, each in
  * a singular and a plural form) joined by its separator. Large amounts drop
  * their small units: minutes only below 5 hours, seconds only without hours
- * and below 5 minutes. Nothing at all to say gives "0 seconds" (in the
- * resource library's words) without the leading text. Built with the
- * non-shortening copy and append: a text that does not fit leaves out
- * empty. */
+ * and below 5 minutes. A count of 0 gives the leading text and its space
+ * only. Built with the non-shortening copy and append, so a text that does
+ * not fit empties the output; an output that ends up empty becomes
+ * "0 seconds" (in the resource library's words), cut to the size. */
 void WINAPI Tavona_CreateEstimatedTimeDisplay(INT seconds, const WCHAR *leading, WCHAR *out,
                                               INT size);
 
