@@ -128,7 +128,11 @@ int TrimmedLen(const WCHAR *s) {
 LPARAM ParseNumber(const WCHAR *field, bool hex) {
   if (hex) {
     DWORD value = 0;
-    return Tavona_HexStringToLong(field, &value) == 0 ? static_cast<LPARAM>(value) : 0;
+    // Signed as the decimal form, so "FFFFFFFF" and "-1" give the same
+    // item data.
+    return Tavona_HexStringToLong(field, &value) == 0
+               ? static_cast<LPARAM>(static_cast<LONG>(value))
+               : 0;
   }
   return _wtol(field);
 }

@@ -33,9 +33,11 @@ bool CheckPackedDib(const void *dib, uint64_t size, DibLayout *out) {
     default: return false;
   }
   uint64_t colors = colorsUsed;
+  // GDI reads as many colours as the header names, up to 256, even where
+  // the depth needs fewer: the table must hold all of them.
   if (d.bitCount <= 8) {
-    uint64_t max = uint64_t{1} << d.bitCount;
-    if (colors == 0 || colors > max) colors = max;
+    if (colors == 0) colors = uint64_t{1} << d.bitCount;
+    if (colors > 256) colors = 256;
   }
   d.headerBytes = headerSize + colors * 4;
   // The three masks follow a plain header; larger headers hold them.

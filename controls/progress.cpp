@@ -78,8 +78,10 @@ void ShowRemainingTime(HWND dialog, const ProgressIndicator &p) {
   SYSTEMTIME now;
   GetSystemTime(&now);
   INT elapsed = Tavona_GetSystemTimeDelta(&p.start, &now);
-  INT remainingMs = MulDiv(elapsed, p.upper - p.position, p.position < 1 ? 1 : p.position);
-  INT seconds = (remainingMs + 999) / 1000;
+  // 32-bit arithmetic that wraps instead of overflowing.
+  INT left = static_cast<INT>(static_cast<uint32_t>(p.upper) - static_cast<uint32_t>(p.position));
+  INT remainingMs = MulDiv(elapsed, left, p.position < 1 ? 1 : p.position);
+  INT seconds = static_cast<INT>((int64_t(remainingMs) + 999) / 1000);
   WCHAR leading[200];
   leading[0] = 0;
   if (tv::g.resources) tv::LoadTranslatedString(tv::g.resources, IDS_ESTIMATED_TIME, leading, 200);
@@ -89,10 +91,16 @@ void ShowRemainingTime(HWND dialog, const ProgressIndicator &p) {
   SetDlgItemTextW(dialog, IDC_PROGRESS_TIME, text);
 }
 
+// The record of a dialog being created until its WM_INITDIALOG takes it: a
+// dialog that fails before (a control that cannot be created) never sees
+// it, and its creator releases it.
+ProgressIndicator *g_unclaimed = nullptr;
+
 INT_PTR CALLBACK ProgressDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
   ProgressIndicator *p = tv::DialogRecord<ProgressIndicator>(dialog, message, lParam);
   switch (message) {
     case WM_INITDIALOG:
+      if (p == g_unclaimed) g_unclaimed = nullptr;
       tv::TranslateOwnDialog(dialog);
       SetDlgItemTextW(dialog, IDC_PROGRESS_TEXT, L"");
       SetDlgItemTextW(dialog, IDC_PROGRESS_TIME, L"");
@@ -140,9 +148,13 @@ HWND WINAPI Tavona_CreateProgressIndicatorExtended(HWND owner, const WCHAR *titl
   p->done = GetSysColor(COLOR_ACTIVECAPTION);
   p->remaining = GetSysColor(COLOR_WINDOW);
   p->owner = owner;
+  ProgressIndicator *outer = g_unclaimed;
+  g_unclaimed = p;
   HWND dialog = CreateDialogParamW(tv::g.resources, MAKEINTRESOURCEW(id), owner,
                                    ProgressDialogProc, reinterpret_cast<LPARAM>(p));
-  // Without a window WM_NCDESTROY has released the record already.
+  // Once claimed, WM_NCDESTROY has released the record of a failed dialog.
+  tv::FreeMem(g_unclaimed);
+  g_unclaimed = outer;
   if (!dialog) return nullptr;
   if (owner) EnableWindow(owner, FALSE);
   if (title) SetWindowTextW(dialog, title);

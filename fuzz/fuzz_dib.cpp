@@ -24,6 +24,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   fuzz::Check(d.headerBytes >= 40, "header of at least 40 bytes");
   fuzz::Check(d.headerBytes + d.imageBytes <= claimed, "bits within the size given");
   fuzz::Check(d.width > 0 && d.height != 0, "a non-empty image");
+  uint32_t headerSize, colorsUsed;
+  std::memcpy(&headerSize, dib.data(), 4);
+  std::memcpy(&colorsUsed, dib.data() + 32, 4);
+  fuzz::Check(d.headerBytes >= headerSize + 4ull * (colorsUsed < 256 ? colorsUsed : 256),
+              "the colour table GDI reads is within the header bytes");
   if (d.compression == 0) {
     uint64_t rows = d.height < 0 ? uint64_t(-int64_t(d.height)) : uint64_t(d.height);
     fuzz::Check(d.imageBytes >= rows * ((uint64_t(d.width) * d.bitCount + 7) / 8),

@@ -243,8 +243,8 @@ TEST_F(Boxes, FillExtendedFlags) {
   } rows[] = {
       {L"Red;Green;;Blue", 0, L"Red=0,Green=0,=0,Blue=0"},
       {L"Red;1;Green;-2;Blue", TAVONA_FILL_NUMBER, L"Red=1,Green=-2,Blue=0"},
-      {L"A;ff;B;zz;C;7FFFFFFF", TAVONA_FILL_NUMBER | TAVONA_FILL_HEX,
-       L"A=255,B=0,C=2147483647"},
+      {L"A;ff;B;zz;C;FFFFFFFF", TAVONA_FILL_NUMBER | TAVONA_FILL_HEX,
+       L"A=255,B=0,C=-1"},
       {L"a;1;A;2;b;3", TAVONA_FILL_NUMBER | TAVONA_FILL_UNIQUE, L"a=2,b=3"},
       {L"more", TAVONA_FILL_KEEP, L"old=9,more=0"},
       {L"", 0, L""},

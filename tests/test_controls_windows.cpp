@@ -587,7 +587,12 @@ TEST_F(SmallWindows, BitmapFilesAndConversions) {
   std::vector<BYTE> badDepth = good, noDepth = good;
   badDepth[sizeof(BITMAPFILEHEADER) + 14] = 7;
   noDepth[sizeof(BITMAPFILEHEADER) + 14] = 0;
-  for (const auto &bad : {shortFile, notBmp, badDepth, noDepth, std::vector<BYTE>(10, 0)}) {
+  // Two colours given, 256 named: GDI would read a table of 256.
+  std::vector<BYTE> manyColours = MakeBmp(8, 1, 1, mono, Checker);
+  manyColours[sizeof(BITMAPFILEHEADER) + 32] = 0;
+  manyColours[sizeof(BITMAPFILEHEADER) + 33] = 1;
+  for (const auto &bad :
+       {shortFile, notBmp, badDepth, noDepth, manyColours, std::vector<BYTE>(10, 0)}) {
     std::wstring path = WriteTemp(L"tv_bad.bmp", bad);
     EXPECT_FALSE(Tavona_LoadBitmapFromFile(path.c_str()));
     DeleteFileW(path.c_str());

@@ -221,10 +221,11 @@ HWND WINAPI Tavona_ConfirmAllTabControlItems(HWND tab);
 
 /* ---- Temporary, status and popup windows -------------------------------- */
 
-/* A borderless message window of class "TAVONATEMPWIND32", 250 pixels wide,
- * centred on the screen, that destroys itself after displayTime tenths of a
- * second; 0 or less means 50 minutes. background 0 (black) leaves the class
- * background. The focus stays where it was. Returns the window or NULL. */
+/* A message window of class "TAVONATEMPWIND32" with a thin border and no
+ * caption, 250 pixels wide, centred on the screen, that destroys itself
+ * after displayTime tenths of a second; 0 or less means 50 minutes.
+ * background 0 (black) leaves the class background. The focus stays where
+ * it was. Returns the window or NULL. */
 HWND WINAPI Tavona_DisplayTempWindExt(const WCHAR *text, INT displayTime, COLORREF background);
 /* The same with string stringId of module (up to 1000 characters); NULL
  * when the string is missing or empty. */
