@@ -14,7 +14,12 @@ namespace {
 using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kGuard = 0xBEEF;
 
-WStr W(const char *s) { return WStr(s, s + std::char_traits<char>::length(s)); }
+// Bytes above 127 stand for the Latin-1 characters.
+WStr W(const char *s) {
+  WStr w;
+  for (; *s; ++s) w += static_cast<WCHAR>(static_cast<unsigned char>(*s));
+  return w;
+}
 
 // Calls write into a buffer of size units followed by guards.
 template <typename Write>
@@ -272,6 +277,8 @@ TEST(FloatFormat, Reads) {
       {".5", "%D.", 0.5},
       {"5.", "%D.", 5.0},
       {"1e3", "%De", 1000.0},           // the runtime reads an exponent
+      {"1d3", "%Dd", 1000.0},           // ... also after 'd'
+      {"1\xB2" "5", "%D.", 1.0},          // a superscript is a digit that ends the number
       {"1e999", "%De", 1e308 * 10},
       {"1e-999", "%De", 0.0},
       {"2 5", "%D ", 2.0},

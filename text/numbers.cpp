@@ -129,7 +129,8 @@ double ToDouble(const WCHAR *s) {
     for (; IsDigit(*s); ++s, ++digits) take(*s);
   }
   if (digits == 0) return negative ? -0.0 : 0.0;
-  if (*s == 'e' || *s == 'E') {
+  // The runtime also takes 'd' and 'D' for the exponent, as Fortran does.
+  if (*s == 'e' || *s == 'E' || *s == 'd' || *s == 'D') {
     const WCHAR *e = s + 1;
     bool down = false;
     if (*e == '+' || *e == '-') down = *e++ == '-';
@@ -412,13 +413,17 @@ void Collect(const WCHAR *text, const Codes &codes, Keep keep, WCHAR (&collected
   collected[n] = 0;
 }
 
-// Decimal digits as the runtime's iswdigit knows them: ASCII and the
-// decimal digit blocks of other scripts (these end the number when read).
+// Decimal digits as the runtime's iswdigit knows them: ASCII, the
+// superscripts one to three, and the decimal digit blocks of other scripts
+// (these end the number when read).
 bool IsRuntimeDigit(WCHAR c) {
-  static const uint16_t kZeros[] = {0x0660, 0x06F0, 0x07C0, 0x0966, 0x09E6, 0x0A66, 0x0AE6,
-                                    0x0B66, 0x0BE6, 0x0C66, 0x0CE6, 0x0D66, 0x0E50, 0x0ED0,
-                                    0x0F20, 0x1040, 0x17E0, 0x1810, 0xFF10};
+  static const uint16_t kZeros[] = {
+      0x0660, 0x06F0, 0x07C0, 0x0966, 0x09E6, 0x0A66, 0x0AE6, 0x0B66, 0x0BE6, 0x0C66,
+      0x0CE6, 0x0D66, 0x0DE6, 0x0E50, 0x0ED0, 0x0F20, 0x1040, 0x1090, 0x17E0, 0x1810,
+      0x1946, 0x19D0, 0x1A80, 0x1A90, 0x1B50, 0x1BB0, 0x1C40, 0x1C50, 0xA620, 0xA8D0,
+      0xA900, 0xA9D0, 0xA9F0, 0xAA50, 0xABF0, 0xFF10};
   if (tv::IsDigit(c)) return true;
+  if (c == 0x00B2 || c == 0x00B3 || c == 0x00B9) return true;
   if (c < 0x0660) return false;
   for (uint16_t zero : kZeros)
     if (c >= zero && c <= zero + 9) return true;
