@@ -196,7 +196,13 @@ bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative)
   digits[0] = 0;
   negative = std::signbit(value);
   if (!std::isfinite(value)) return false;
-  if (fraction < 0) fraction = 0;
+  // A negative count rounds at that many places left of the point and
+  // leaves those places out of the digits.
+  int drop = 0;
+  if (fraction < 0) {
+    drop = fraction < -20 ? 20 : -fraction;
+    fraction = 0;
+  }
   if (fraction > 19) return false;
   double magnitude = std::fabs(value);
   if (magnitude == 0.0) {
@@ -205,6 +211,24 @@ bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative)
     return true;
   }
   if (magnitude >= 1e19) return false;
+  if (drop > 0) {
+    uint64_t whole = static_cast<uint64_t>(magnitude);  // exact below 2^64
+    uint64_t q = 0;
+    if (drop <= 19) {
+      uint64_t place = 1;
+      for (int i = 0; i < drop; ++i) place *= 10;
+      q = whole / place + (whole % place >= place / 2 ? 1 : 0);
+    }
+    int n = 0;
+    char rev[20];
+    while (q) {
+      rev[n++] = static_cast<char>('0' + q % 10);
+      q /= 10;
+    }
+    for (int i = 0; i < n; ++i) digits[i] = rev[n - 1 - i];
+    digits[n] = 0;
+    return true;
+  }
   uint64_t bits = 0;
   std::memcpy(&bits, &magnitude, sizeof bits);
   int biased = static_cast<int>(bits >> 52);
