@@ -14,7 +14,12 @@ namespace {
 using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kGuard = 0xBEEF;
 
-WStr W(const char *s) { return WStr(s, s + std::char_traits<char>::length(s)); }
+// Bytes above 127 stand for the Latin-1 characters.
+WStr W(const char *s) {
+  WStr w;
+  for (; *s; ++s) w += static_cast<WCHAR>(static_cast<unsigned char>(*s));
+  return w;
+}
 
 // Calls write into a buffer of size units followed by guards.
 template <typename Write>
@@ -206,7 +211,7 @@ TEST(FloatFormat, Writes) {
       {99.995, nullptr, 100, "100,00"},
       {9.5, "%F0", 100, "10"},
       {123.456, "%F5%D.", 100, "123.45600"},
-      {1.5, "%F-2", 100, "2"},
+      {1250.0, "%F-2", 100, "13"},
       {1234567.0, "%T%F3%D,", 100, "1234567,000"},
       {1234567.0, "%T  %F1%D.", 100, "1  234  567.0"},
       {1234567.0, "%T%%F1%D.", 100, "1234567.0"},
@@ -272,6 +277,8 @@ TEST(FloatFormat, Reads) {
       {".5", "%D.", 0.5},
       {"5.", "%D.", 5.0},
       {"1e3", "%De", 1000.0},           // the runtime reads an exponent
+      {"1d3", "%Dd", 1000.0},           // ... also after 'd'
+      {"1\xB2" "5", "%D.", 1.0},          // a superscript is a digit that ends the number
       {"1e999", "%De", 1e308 * 10},
       {"1e-999", "%De", 0.0},
       {"2 5", "%D ", 2.0},

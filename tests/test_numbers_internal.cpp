@@ -154,7 +154,7 @@ const DigitsRow kDigits[] = {
     {1e18, 0, "1000000000000000000", false},
     {1e18, 1, nullptr, false},
     {1e19, 0, nullptr, false},
-    {12.5, -1, "13", false},
+    {1249.5, -2, "12", false},  // rounded at the hundreds, which are left out
 };
 
 TEST(FixedDigits, Table) {

@@ -129,7 +129,8 @@ double ToDouble(const WCHAR *s) {
     for (; IsDigit(*s); ++s, ++digits) take(*s);
   }
   if (digits == 0) return negative ? -0.0 : 0.0;
-  if (*s == 'e' || *s == 'E') {
+  // The runtime also takes 'd' and 'D' for the exponent, as Fortran does.
+  if (*s == 'e' || *s == 'E' || *s == 'd' || *s == 'D') {
     const WCHAR *e = s + 1;
     bool down = false;
     if (*e == '+' || *e == '-') down = *e++ == '-';
@@ -195,7 +196,13 @@ bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative)
   digits[0] = 0;
   negative = std::signbit(value);
   if (!std::isfinite(value)) return false;
-  if (fraction < 0) fraction = 0;
+  // A negative count rounds at that many places left of the point and
+  // leaves those places out of the digits.
+  int drop = 0;
+  if (fraction < 0) {
+    drop = fraction < -20 ? 20 : -fraction;
+    fraction = 0;
+  }
   if (fraction > 19) return false;
   double magnitude = std::fabs(value);
   if (magnitude == 0.0) {
@@ -204,6 +211,24 @@ bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative)
     return true;
   }
   if (magnitude >= 1e19) return false;
+  if (drop > 0) {
+    uint64_t whole = static_cast<uint64_t>(magnitude);  // exact below 2^64
+    uint64_t q = 0;
+    if (drop <= 19) {
+      uint64_t place = 1;
+      for (int i = 0; i < drop; ++i) place *= 10;
+      q = whole / place + (whole % place >= place / 2 ? 1 : 0);
+    }
+    int n = 0;
+    char rev[20];
+    while (q) {
+      rev[n++] = static_cast<char>('0' + q % 10);
+      q /= 10;
+    }
+    for (int i = 0; i < n; ++i) digits[i] = rev[n - 1 - i];
+    digits[n] = 0;
+    return true;
+  }
   uint64_t bits = 0;
   std::memcpy(&bits, &magnitude, sizeof bits);
   int biased = static_cast<int>(bits >> 52);
@@ -412,13 +437,17 @@ void Collect(const WCHAR *text, const Codes &codes, Keep keep, WCHAR (&collected
   collected[n] = 0;
 }
 
-// Decimal digits as the runtime's iswdigit knows them: ASCII and the
-// decimal digit blocks of other scripts (these end the number when read).
+// Decimal digits as the runtime's iswdigit knows them: ASCII, the
+// superscripts one to three, and the decimal digit blocks of other scripts
+// (these end the number when read).
 bool IsRuntimeDigit(WCHAR c) {
-  static const uint16_t kZeros[] = {0x0660, 0x06F0, 0x07C0, 0x0966, 0x09E6, 0x0A66, 0x0AE6,
-                                    0x0B66, 0x0BE6, 0x0C66, 0x0CE6, 0x0D66, 0x0E50, 0x0ED0,
-                                    0x0F20, 0x1040, 0x17E0, 0x1810, 0xFF10};
+  static const uint16_t kZeros[] = {
+      0x0660, 0x06F0, 0x07C0, 0x0966, 0x09E6, 0x0A66, 0x0AE6, 0x0B66, 0x0BE6, 0x0C66,
+      0x0CE6, 0x0D66, 0x0DE6, 0x0E50, 0x0ED0, 0x0F20, 0x1040, 0x1090, 0x17E0, 0x1810,
+      0x1946, 0x19D0, 0x1A80, 0x1A90, 0x1B50, 0x1BB0, 0x1C40, 0x1C50, 0xA620, 0xA8D0,
+      0xA900, 0xA9D0, 0xA9F0, 0xAA50, 0xABF0, 0xFF10};
   if (tv::IsDigit(c)) return true;
+  if (c == 0x00B2 || c == 0x00B3 || c == 0x00B9) return true;
   if (c < 0x0660) return false;
   for (uint16_t zero : kZeros)
     if (c >= zero && c <= zero + 9) return true;

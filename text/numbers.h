@@ -87,7 +87,9 @@ double ToDouble(const WCHAR *s);
 // leading zeros are left out ("" when the value rounds to zero, but
 // fraction zeros for an exact zero). negative is the value's sign bit.
 // False (digits "") for a value that is not finite or whose digits would
-// not fit in 19 characters. A negative fraction count counts as 0.
+// not fit in 19 characters. A negative fraction count rounds at that
+// many places left of the point and leaves them out (1250 and -2 give
+// "13").
 bool FixedDigits(double value, int fraction, char (&digits)[20], bool &negative);
 
 }  // namespace tv::num

@@ -191,7 +191,8 @@ INT WINAPI FormattedInt_To_Int(const WCHAR *text, INT *value, const WCHAR *forma
  * keeps its minus sign ("-0,00"). Zero is any magnitude below 1e-13.
  * Values whose digits (whole and fraction) exceed 19, or that are not
  * finite, show only the leading and trailing texts. A negative digit count
- * rounds to whole numbers. */
+ * rounds at that many places left of the point and leaves them out, as
+ * the runtime's digits do: 1250.0 with "%F-2" gives "13". */
 void WINAPI Float_To_FormattedFloat(double value, WCHAR *out, INT outSize, const WCHAR *format);
 
 /* Reads text written with format: digits, '-' and the format's decimal
