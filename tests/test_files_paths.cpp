@@ -68,7 +68,6 @@ TEST(FilePaths, Assemble) {
       {nullptr, TEXT("file"), nullptr, 100, 0, TEXT("file")},
       {TEXT("x"), TEXT("name."), TEXT("txt"), 100, 0, TEXT("x\\name.txt")},
       {TEXT("x"), TEXT("name"), TEXT(""), 100, 0, TEXT("x\\name.")},
-      {TEXT("x"), TEXT("name"), TEXT("."), 100, 0, TEXT("x\\name.")},
       {nullptr, nullptr, TEXT("txt"), 100, 0, TEXT(".txt")},
       {nullptr, nullptr, nullptr, 100, 0, TEXT("")},
       // The budget: 3 characters must remain after every part.

@@ -1,5 +1,5 @@
 // Error reporting against the real platform: the external handler library
-// found through the registry, the log file, the message boxes of the shipped
+// found through the registry, the message boxes of the shipped
 // texts in both languages, the general error handler and system errors.
 #include <tavona/tavona32.h>
 
@@ -12,9 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -150,43 +148,26 @@ TEST_F(MessageBoxTest, BareHandlerNameIsNotTakenFromCurrentFolder) {
   DeleteFileW(planted.c_str());
 }
 
-TEST_F(MessageBoxTest, LogFileIsRawUtf16WithCrLf) {
-  wchar_t temp[MAX_PATH];
-  GetTempPathW(MAX_PATH, temp);
-  std::wstring path = std::wstring(temp) + L"tavona_errors.log";
-  DeleteFileW(path.c_str());
-  Tavona_SetErrorLogFile(path.c_str());
-  Tavona_SetErrorHandlingMode(2);
-  EXPECT_EQ(tv::ReportError(IDS_ERR_FILE_OPEN, L"a"), 1);
-  EXPECT_EQ(tv::ReportError(IDS_ERR_FILE_OPEN, L"\u00e4"), 1);
-  std::ifstream f(path.c_str(), std::ios::binary);
-  std::string bytes((std::istreambuf_iterator<char>(f)), {});
-  f.close();
-  std::wstring want = L"The file \"a\" cannot be opened.\r\nThe file \"\u00e4\" cannot be opened.\r\n";
-  EXPECT_EQ(bytes, std::string(reinterpret_cast<const char *>(want.data()), want.size() * 2));
-  DeleteFileW(path.c_str());
-  Tavona_SetErrorLogFile(L"");
-  EXPECT_EQ(tv::ReportError(IDS_ERR_FILE_OPEN, L"a"), 2);
-}
-
 TEST_F(MessageBoxTest, StylePrefixesOfTheShippedTexts) {
   struct Case {
     UINT id, icon;
     std::vector<int> buttons;
     int answer;
+    bool german;  // one German box per icon
   } cases[] = {
-      {IDS_ERR_FILE_OPEN, MB_ICONHAND, {IDOK}, IDOK},
-      {IDS_ERR_ITEM_NAME_EMPTY, MB_ICONEXCLAMATION, {IDOK}, IDOK},
-      {IDS_INFO_HELP_TEST, MB_ICONASTERISK, {IDOK}, IDOK},
-      {IDS_ERR_LIST_FULL, MB_ICONEXCLAMATION, {IDOK, IDCANCEL}, IDCANCEL},
-      {IDS_ASK_CANCEL_OPERATION, MB_ICONQUESTION, {IDYES, IDNO}, IDNO},
-      {IDS_ASK_DELETE_FILE, MB_ICONQUESTION, {IDYES, IDNO, IDCANCEL}, IDCANCEL},
-      {IDS_ASK_FILE_IN_USE, MB_ICONEXCLAMATION, {IDABORT, IDRETRY, IDIGNORE}, IDIGNORE},
+      {IDS_ERR_FILE_OPEN, MB_ICONHAND, {IDOK}, IDOK, true},
+      {IDS_ERR_ITEM_NAME_EMPTY, MB_ICONEXCLAMATION, {IDOK}, IDOK, true},
+      {IDS_INFO_HELP_TEST, MB_ICONASTERISK, {IDOK}, IDOK, true},
+      {IDS_ERR_LIST_FULL, MB_ICONEXCLAMATION, {IDOK, IDCANCEL}, IDCANCEL, false},
+      {IDS_ASK_CANCEL_OPERATION, MB_ICONQUESTION, {IDYES, IDNO}, IDNO, true},
+      {IDS_ASK_DELETE_FILE, MB_ICONQUESTION, {IDYES, IDNO, IDCANCEL}, IDCANCEL, false},
+      {IDS_ASK_FILE_IN_USE, MB_ICONEXCLAMATION, {IDABORT, IDRETRY, IDIGNORE}, IDIGNORE, false},
   };
   Tavona_SetErrorHandlingMode(0);
   for (auto [lang, module, caption] : {std::tuple(L"en", en, L"Tavona - Error"),
                                        std::tuple(L"de", de, L"Tavona - Fehler")}) {
     for (const Case &c : cases) {
+      if (module == de && !c.german) continue;
       MessageBoxRequest request = {};
       request.module = module;
       request.captionId = IDS_CAPTION_ERROR;
