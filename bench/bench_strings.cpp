@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "bench.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

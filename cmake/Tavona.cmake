@@ -2,13 +2,18 @@
 # declare what they have; the top-level CMakeLists.txt builds it for the
 # current target (Windows DLL or host core).
 
-# tavona_sources(PORTABLE <files>... WINDOWS <files>... EXPORTS <def fragment>...)
-#   PORTABLE: builds everywhere (the DLL and the host core)
-#   WINDOWS:  needs windows, registry or resources; DLL only
-#   EXPORTS:  .def fragments listing the exported names, one per line
+# tavona_sources(PORTABLE <files>... WINDOWS <files>... EXPORTS <def fragment>...
+#                WIN32_SEAM <files>... HOST_SEAM <files>...)
+#   PORTABLE:   builds everywhere (the DLL and the host core)
+#   WINDOWS:    needs windows, registry or resources; DLL only
+#   EXPORTS:    .def fragments listing the exported names, one per line
+#   WIN32_SEAM: the Windows side of a subsystem's platform seam (DLL only)
+#   HOST_SEAM:  the host build's side of the same seam (host core only)
 function(tavona_sources)
-  cmake_parse_arguments(A "" "" "PORTABLE;WINDOWS;EXPORTS" ${ARGN})
-  foreach(kind PORTABLE WINDOWS EXPORTS)
+  cmake_parse_arguments(A "" "" "PORTABLE;WINDOWS;EXPORTS;WIN32_SEAM;HOST_SEAM" ${ARGN})
+  list(APPEND A_WINDOWS ${A_WIN32_SEAM})
+  set(A_HOST ${A_HOST_SEAM})
+  foreach(kind PORTABLE WINDOWS EXPORTS HOST)
     foreach(f IN LISTS A_${kind})
       set_property(GLOBAL APPEND PROPERTY TAVONA_${kind} ${CMAKE_SOURCE_DIR}/${f})
     endforeach()

@@ -8,7 +8,7 @@
 #include "controls/dibcheck.h"
 #include "frame/alloc.h"
 #include "frame/handles.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 
 HBITMAP WINAPI Tavona_DibToDdb(const void *dib, DWORD size) {

@@ -8,8 +8,8 @@
 #include <commctrl.h>
 
 #include "frame/alloc.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {

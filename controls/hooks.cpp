@@ -5,7 +5,7 @@
 #include <dde.h>
 
 #include "frame/handles.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "frame/globals.h"
 #include "frame/optlib.h"
 #include "frame/report.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 INT WINAPI Tavona_PicConv_GetInfo(const WCHAR *file, void *info, INT infoSize) {

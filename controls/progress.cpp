@@ -10,7 +10,7 @@
 #include "frame/globals.h"
 #include "frame/handles.h"
 #include "frame/report.h"
-#include "translation/lts.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {
@@ -101,7 +101,6 @@ INT_PTR CALLBACK ProgressDialogProc(HWND dialog, UINT message, WPARAM wParam, LP
   switch (message) {
     case WM_INITDIALOG:
       if (p == g_unclaimed) g_unclaimed = nullptr;
-      tv::TranslateOwnDialog(dialog);
       SetDlgItemTextW(dialog, IDC_PROGRESS_TEXT, L"");
       SetDlgItemTextW(dialog, IDC_PROGRESS_TIME, L"");
       if (p && (p->flags & TAVONA_PROGRESS_NOCANCEL))

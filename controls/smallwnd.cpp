@@ -12,7 +12,7 @@
 #include "frame/alloc.h"
 #include "frame/handles.h"
 #include "frame/wndclasses.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 // ---- Tab control ------------------------------------------------------------
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "frame/handles.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 // ---- Placing windows -------------------------------------------------------
 

@@ -1,6 +1,5 @@
 // The host build's side of the date and time seams: the real local clock
 // or a fixed one, and a two-digit year limit set by the tests.
-#ifndef _WIN32
 #include <ctime>
 
 #include "frame/host/hostplat.h"
@@ -38,4 +37,3 @@ void SetClockFails(bool fails) { clockFails = fails; }
 void SetYearExpansionLimit(LONG limit) { yearLimit = limit; }
 }  // namespace host
 }  // namespace tv::plat
-#endif

@@ -2,8 +2,8 @@
 #include <tavona/datetime.h>
 
 #include "frame/globals.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {

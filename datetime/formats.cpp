@@ -5,8 +5,8 @@
 #include "datetime/calendar.h"
 #include "frame/globals.h"
 #include "frame/platform.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {

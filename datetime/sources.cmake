@@ -3,9 +3,10 @@ tavona_sources(
     datetime/estimate.cpp
     datetime/calendar.cpp
     datetime/formats.cpp
-    datetime/clock_host.cpp
-  WINDOWS
+  WIN32_SEAM
     datetime/clock_win32.cpp
+  HOST_SEAM
+    datetime/clock_host.cpp
   EXPORTS
     datetime/exports.def)
 

@@ -5,7 +5,7 @@
 #include "files/tracer.h"
 #include "frame/handles.h"
 #include "frame/report.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {

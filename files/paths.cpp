@@ -2,7 +2,7 @@
 #include <tavona/files.h>
 
 #include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "files/tracer.h"
 
 #include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

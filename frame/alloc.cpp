@@ -3,7 +3,7 @@
 #include "frame/platform.h"
 #include "frame/report.h"
 #include "tvres.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 #include <cstdint>
 

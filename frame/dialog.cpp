@@ -1,7 +1,7 @@
 #include "frame/dialog.h"
 
 #include "frame/globals.h"
-#include "translation/lts.h"
+#include "frame/lts.h"
 
 namespace tv {
 

@@ -11,19 +11,24 @@ namespace tv {
 // DialogBoxParamW (-1 when the template cannot be loaded).
 INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param);
 
-// The dialog procedure pattern: on WM_INITDIALOG the parameter record is
-// stored in the dialog's user data and the dialog translated; afterwards
-// DialogRecord returns it.
+// Translates a dialog of the library itself (its caption and controls)
+// under the library's module name.
+void TranslateOwnDialog(HWND dialog);
+
+// The dialog base: every dialog procedure of the library starts with
+//   Record *r = tv::DialogRecord<Record>(dialog, message, lParam);
+// On WM_INITDIALOG it stores the parameter record in the dialog's user data
+// and translates the dialog, before the procedure fills in any data; on
+// every other message it returns the stored record (null before
+// WM_INITDIALOG, e.g. for WM_SETFONT).
 template <typename Record>
 Record *DialogRecord(HWND dialog, UINT message, LPARAM lParam) {
   if (message == WM_INITDIALOG) {
     SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+    TranslateOwnDialog(dialog);
     return reinterpret_cast<Record *>(lParam);
   }
   return reinterpret_cast<Record *>(GetWindowLongPtrW(dialog, DWLP_USER));
 }
-
-// Translates a dialog of the library itself (its caption and controls).
-void TranslateOwnDialog(HWND dialog);
 
 }  // namespace tv

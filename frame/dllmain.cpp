@@ -3,7 +3,7 @@
 #include "frame/globals.h"
 #include "frame/handles.h"
 #include "frame/wndclasses.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 #include <windows.h>
 

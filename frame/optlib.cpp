@@ -1,6 +1,6 @@
 #include "frame/optlib.h"
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv {
 

@@ -6,7 +6,7 @@
 #include <climits>
 
 #include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 UINT WINAPI Tavona_Translate(UINT value, const TAVONA_VALUE_PAIR *table, UINT terminator,
                              UINT defaultValue, BYTE flags) {

@@ -4,19 +4,12 @@
 // Keep it small: only what portable code cannot do itself belongs here.
 #pragma once
 
+#include "base/sys.h"
 #include <tavona/tvbase.h>
 
 #include <cstddef>
 
 namespace tv::plat {
-
-// Raw memory from the process heap; never throws. Free(nullptr) is a no-op.
-void *Alloc(size_t bytes);
-void Free(void *p);
-
-// One line of diagnostics for the developer (OutputDebugStringW on Windows,
-// stderr on the host).
-void DebugOutput(const WCHAR *text);
 
 // Upper-casing and case-insensitive comparison as the Windows services do
 // them: the user-interface service (CharUpperW), the C runtime's (_wcsupr)

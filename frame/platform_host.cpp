@@ -29,20 +29,6 @@ WCHAR LowerAscii(WCHAR c) {
 
 }  // namespace
 
-void *Alloc(size_t bytes) {
-  if (host::FailAllocations()) return nullptr;
-  return std::malloc(bytes ? bytes : 1);
-}
-
-void Free(void *p) { std::free(p); }
-
-void DebugOutput(const WCHAR *text) {
-  std::string s;
-  for (; text && *text; ++text) s += *text < 128 ? static_cast<char>(*text) : '?';
-  std::fprintf(stderr, "%s\n", s.c_str());
-  host::NoteDebugOutput();
-}
-
 // CharUpperW maps letters beyond ASCII; the C runtime's _wcsupr in the "C"
 // locale only ASCII. The host keeps that difference for Latin-1.
 void UpperUser(WCHAR *text) {
@@ -206,8 +192,6 @@ namespace host {
 
 namespace {
 ShownMessage lastMessage;
-bool failAlloc = false;
-int debugLines = 0;
 }  // namespace
 
 void SetResString(UINT id, const WCHAR *text) {
@@ -216,10 +200,6 @@ void SetResString(UINT id, const WCHAR *text) {
   else
     Strings().erase(id);
 }
-void SetFailAllocations(bool fail) { failAlloc = fail; }
-bool FailAllocations() { return failAlloc; }
-void NoteDebugOutput() { ++debugLines; }
-int DebugOutputCount() { return debugLines; }
 void NoteMessage(const WCHAR *text, const WCHAR *caption, UINT style) {
   lastMessage.text = text ? text : u"";
   lastMessage.caption = caption ? caption : u"";

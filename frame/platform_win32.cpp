@@ -10,14 +10,6 @@
 
 namespace tv::plat {
 
-void *Alloc(size_t bytes) { return HeapAlloc(GetProcessHeap(), 0, bytes ? bytes : 1); }
-
-void Free(void *p) {
-  if (p) HeapFree(GetProcessHeap(), 0, p);
-}
-
-void DebugOutput(const WCHAR *text) { OutputDebugStringW(text); }
-
 void UpperUser(WCHAR *text) {
   if (text) CharUpperW(text);
 }

@@ -6,8 +6,8 @@
 #include "frame/globals.h"
 #include "frame/platform.h"
 #include "frame/reportcore.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 #include <cstddef>

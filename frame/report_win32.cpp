@@ -9,8 +9,8 @@
 #include "frame/optlib.h"
 #include "frame/reportcore.h"
 #include "settings/regread.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace tv {

@@ -3,20 +3,22 @@ tavona_sources(
     frame/alloc.cpp
     frame/globals.cpp
     frame/report.cpp
-    translation/lts_core.cpp
+    frame/lts.cpp
+    frame/pairtables.cpp
   WINDOWS
     frame/dllmain.cpp
     frame/wndclasses.cpp
     frame/dialog.cpp
     frame/version.cpp
-    controls/wndproc_stubs.cpp
   EXPORTS
     frame/exports.def)
 
 tavona_test(frame_tests WINDOWS SOURCES tests/test_frame.cpp)
 tavona_test(frame_internal_tests HOST INTERNAL SOURCES tests/test_frame_internal.cpp)
 tavona_test(frame_loading_tests WINDOWS UI DYNAMIC SOURCES tests/test_frame_loading.cpp)
-tavona_sources(WINDOWS frame/optlib.cpp frame/report_win32.cpp)
+tavona_sources(WINDOWS frame/optlib.cpp frame/report_win32.cpp
+               WIN32_SEAM frame/platform_win32.cpp
+               HOST_SEAM frame/platform_host.cpp)
 tavona_test(messagebox_tests WINDOWS UI INTERNAL SOURCES tests/test_messagebox.cpp)
 if(WIN32 AND TAVONA_RUN_TESTS)
   # The external error handler of the message box tests; the tests point

@@ -6,8 +6,8 @@
 #include <cstring>
 
 #include "fuzzutil.h"
-#include "hostplat.h"
-#include "text/wstr.h"
+#include "frame/host/hostplat.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <tavona/datetime.h>
 
 #include "fuzzutil.h"
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #include "tvres.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "fuzzutil.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "frame/handles.h"
 #include "frame/report.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {

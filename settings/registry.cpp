@@ -12,7 +12,7 @@
 #include "frame/globals.h"
 #include "frame/handles.h"
 #include "settings/regread.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

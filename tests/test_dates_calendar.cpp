@@ -11,7 +11,7 @@
 #include "datetest.h"
 #include "testutil.h"
 #ifndef _WIN32
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #endif
 
 namespace {

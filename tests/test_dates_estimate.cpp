@@ -8,7 +8,7 @@
 #include "testutil.h"
 #include "tvres.h"
 #ifndef _WIN32
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #endif
 
 namespace {

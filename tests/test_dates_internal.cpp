@@ -4,7 +4,7 @@
 #include <climits>
 
 #include "datetime/calendar.h"
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 
 namespace {
 

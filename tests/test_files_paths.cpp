@@ -9,7 +9,7 @@
 
 #include "testutil.h"
 #ifdef TAVONA_HOST_TEST
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #endif
 
 namespace {

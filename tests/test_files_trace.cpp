@@ -9,7 +9,7 @@
 #include <string>
 
 #include "files/tracer.h"
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #include "testutil.h"
 
 namespace {

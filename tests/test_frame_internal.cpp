@@ -6,7 +6,7 @@
 #include "frame/report.h"
 #include "frame/reportcore.h"
 #include "testutil.h"
-#include "translation/lts.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // The library's formatter and appender (internal; host and Windows).
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 #ifdef TAVONA_HOST_TEST
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #endif
 
 #include <gtest/gtest.h>

@@ -10,7 +10,7 @@
 
 #include "testutil.h"
 #ifdef TAVONA_HOST_TEST
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #endif
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include "text/crypt.h"
 #include "text/datautil.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv {
 

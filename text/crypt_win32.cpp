@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "frame/dialog.h"
 #include "text/crypt.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {
@@ -45,9 +45,9 @@ void Update(HWND dialog) {
 
 INT_PTR CALLBACK CryptDia_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
                                           LPARAM lParam) {
+  tv::DialogRecord<void>(dialog, message, lParam);
   switch (message) {
     case WM_INITDIALOG:
-      tv::TranslateOwnDialog(dialog);
       SendDlgItemMessageW(dialog, IDC_CRYPT_KEY, EM_LIMITTEXT, kTextSize - 1, 0);
       SendDlgItemMessageW(dialog, IDC_CRYPT_TEXT, EM_LIMITTEXT, kTextSize - 1, 0);
       Update(dialog);

@@ -2,7 +2,7 @@
 // profile file, a registry value or a translation table.
 #include <tavona/text.h>
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

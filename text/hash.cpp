@@ -2,7 +2,7 @@
 #include <tavona/text.h>
 
 #include "text/datautil.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 extern "C" {
 

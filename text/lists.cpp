@@ -5,7 +5,7 @@
 #include <climits>
 
 #include "frame/alloc.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <cstring>
 #include <limits>
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv::num {
 

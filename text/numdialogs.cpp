@@ -8,7 +8,7 @@
 #include "frame/dialog.h"
 #include "frame/globals.h"
 #include "text/numbers.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {
@@ -144,7 +144,6 @@ INT_PTR DialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
   if (!d) return FALSE;
   switch (message) {
     case WM_INITDIALOG:
-      tv::TranslateOwnDialog(dialog);
       Load(dialog, *d);
       return TRUE;
     case WM_COMMAND: {

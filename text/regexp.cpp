@@ -28,7 +28,7 @@
 #endif
 
 #include "text/regexp.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv {
 

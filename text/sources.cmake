@@ -1,4 +1,4 @@
-tavona_sources(PORTABLE text/wstr.cpp text/format.cpp text/strings.cpp
+tavona_sources(PORTABLE text/strings.cpp
                EXPORTS text/exports.def)
 
 tavona_test(text_tests SOURCES tests/test_text_strings.cpp)
@@ -12,7 +12,7 @@ tavona_fuzz(fuzz_format SOURCES fuzz/fuzz_format.cpp)
 
 tavona_bench(bench_strings SOURCES bench/bench_strings.cpp)
 
-tavona_sources(PORTABLE text/escapes.cpp text/lists.cpp frame/pairtables.cpp)
+tavona_sources(PORTABLE text/escapes.cpp text/lists.cpp)
 tavona_test(escape_tests SOURCES tests/test_text_escapes.cpp)
 tavona_test(pair_tests SOURCES tests/test_pairtables.cpp)
 tavona_fuzz(fuzz_escape_roundtrip SOURCES fuzz/fuzz_escape_roundtrip.cpp)

@@ -6,7 +6,7 @@
 
 #include "frame/alloc.h"
 #include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 // Test controls of the host platform seam.
 #pragma once
 
+#include "base/sys_host.h"
 #include <tavona/tvbase.h>
 
 #include <string>
@@ -9,12 +10,6 @@ namespace tv::plat::host {
 
 // Strings that LoadResString returns (null text removes one).
 void SetResString(UINT id, const WCHAR *text);
-// Makes every allocation fail, to test the out-of-memory paths.
-void SetFailAllocations(bool fail);
-bool FailAllocations();
-// How many lines DebugOutput has written so far.
-void NoteDebugOutput();
-int DebugOutputCount();
 
 // The message boxes that ShowMessage would have shown.
 struct ShownMessage {

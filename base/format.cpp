@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <type_traits>
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv {
 namespace {

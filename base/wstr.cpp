@@ -1,10 +1,9 @@
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 #include <cstdint>
 #include <initializer_list>
 
-#include "frame/alloc.h"
-#include "frame/platform.h"
+#include "base/sys.h"
 
 namespace tv {
 
@@ -22,19 +21,19 @@ int Compare(const WCHAR *a, const WCHAR *b) {
 // Finder
 
 Finder::~Finder() {
-  if (fail_ != inline_) FreeMem(fail_);
+  if (fail_ != inline_) plat::Free(fail_);
 }
 
 bool Finder::Init(const WCHAR *pattern, int patternLen) {
-  if (fail_ != inline_) FreeMem(fail_);
+  if (fail_ != inline_) plat::Free(fail_);
   fail_ = nullptr;
   pat_ = nullptr;
   patLen_ = 0;
   if (!pattern || patternLen < 1) return false;
-  fail_ =
-      patternLen <= kInline
-          ? inline_
-          : static_cast<int *>(AllocBytes(uint64_t{static_cast<UINT>(patternLen)} * sizeof(int)));
+  // Patterns are at most INT_MAX long, so the table's size fits in size_t.
+  fail_ = patternLen <= kInline
+              ? inline_
+              : static_cast<int *>(plat::Alloc(size_t{static_cast<UINT>(patternLen)} * sizeof(int)));
   if (!fail_) return false;
   pat_ = pattern;
   patLen_ = patternLen;

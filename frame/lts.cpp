@@ -1,8 +1,8 @@
-#include "translation/lts.h"
+#include "frame/lts.h"
 
 #include "frame/globals.h"
 #include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv {
 

@@ -1,0 +1,3 @@
+// The texts of the shared layouts (resources/dialogs) in this language.
+// One line per subsystem file.
+#pragma once
