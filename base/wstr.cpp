@@ -47,26 +47,6 @@ bool Finder::Init(const WCHAR *pattern, int patternLen) {
   return true;
 }
 
-int Finder::Scan(const WCHAR *text, int textLen, int from, int state) const {
-  int k = state;
-  for (int i = from; i < textLen; ++i) {
-    while (k > 0 && text[i] != pat_[k]) k = fail_[k - 1];
-    if (text[i] == pat_[k] && ++k == patLen_) return i - patLen_ + 1;
-  }
-  return -1;
-}
-
-int Finder::Find(const WCHAR *text, int textLen, int from) const {
-  if (!fail_ || !text) return -1;
-  return Scan(text, textLen, from < 0 ? 0 : from, 0);
-}
-
-int Finder::FindAfter(const WCHAR *text, int textLen, int previous) const {
-  if (!fail_ || !text) return -1;
-  if (previous < 0) return Scan(text, textLen, 0, 0);
-  return Scan(text, textLen, previous + patLen_, fail_[patLen_ - 1]);
-}
-
 // ---------------------------------------------------------------------------
 // Bounded copy and append
 
@@ -135,19 +115,12 @@ bool BoundedAppend(WCHAR *dst, const WCHAR *src, int dstSize) {
 Appender::Appender(WCHAR *buffer, int size)
     : buf_(buffer), size_(buffer && size > 0 ? size : 0), len_(LenBounded(buffer, size_)) {}
 
-bool Appender::Append(const WCHAR *src, int count) {
-  if (!src || size_ < 1) return false;
-  int room = size_ - len_;
-  if (count > room) count = room;
-  if (count < 0) count = 0;
-  return AppendAt(buf_, size_, len_, src, LenBounded(src, count), "TavonaAppendString (appender)");
-}
-
-bool Appender::Append(const WCHAR *src) { return Append(src, size_ - len_); }
-
-bool Appender::Append(WCHAR c) {
-  if (size_ < 1) return false;
-  return AppendAt(buf_, size_, len_, &c, c ? 1 : 0, "TavonaAppendString (appender)");
+bool Appender::Overflow() {
+  buf_[0] = 0;
+  buf_[size_ - 1] = 0;
+  len_ = 0;
+  ReportNoFit("TavonaAppendString (appender)");
+  return false;
 }
 
 }  // namespace tv

@@ -59,14 +59,34 @@ class Finder {
   Finder &operator=(const Finder &) = delete;
   // False when memory runs out (reported) or the pattern is empty.
   bool Init(const WCHAR *pattern, int patternLen);
-  int Find(const WCHAR *text, int textLen, int from) const;
+  int Find(const WCHAR *text, int textLen, int from) const {
+    if (!fail_ || !text) return -1;
+    return Scan(text, textLen, from < 0 ? 0 : from, 0);
+  }
   // The next occurrence starting after the one at previous (a result of
   // Find or FindAfter in the same text), overlapping it if need be; resumes
   // without looking at the matched units again.
-  int FindAfter(const WCHAR *text, int textLen, int previous) const;
+  int FindAfter(const WCHAR *text, int textLen, int previous) const {
+    if (!fail_ || !text) return -1;
+    if (previous < 0) return Scan(text, textLen, 0, 0);
+    return Scan(text, textLen, previous + patLen_, fail_[patLen_ - 1]);
+  }
 
  private:
-  int Scan(const WCHAR *text, int textLen, int from, int state) const;
+  // Inline: callers that replace every occurrence call it once per match.
+  int Scan(const WCHAR *text, int textLen, int from, int k) const {
+    const WCHAR first = pat_[0];
+    for (int i = from; i < textLen; ++i) {
+      // Outside a partial match, skip quickly to the next first unit.
+      if (k == 0) {
+        while (i < textLen && text[i] != first) ++i;
+        if (i == textLen) break;
+      }
+      while (k > 0 && text[i] != pat_[k]) k = fail_[k - 1];
+      if (text[i] == pat_[k] && ++k == patLen_) return i - patLen_ + 1;
+    }
+    return -1;
+  }
 
   static constexpr int kInline = 32;  // short patterns need no heap
   const WCHAR *pat_ = nullptr;
@@ -88,12 +108,44 @@ void ReportNoFit(const char *routine);
 class Appender {
  public:
   Appender(WCHAR *buffer, int size);
-  bool Append(const WCHAR *src);
-  bool Append(const WCHAR *src, int count);
-  bool Append(WCHAR c);
+  // Inline: a text is built from many short appends. The source is measured
+  // before anything is written, so a text that does not fit leaves only the
+  // emptied buffer behind.
+  bool Append(const WCHAR *src) { return Append(src, size_); }
+  // At most count units of src (fewer when it ends before).
+  bool Append(const WCHAR *src, int count) {
+    if (!src || len_ >= size_) return false;
+    const int room = size_ - len_;
+    if (count > room) count = room;
+    int n = 0;
+    while (n < count && src[n]) ++n;
+    if (n == room) return Overflow();
+    WCHAR *p = buf_ + len_;
+    for (int i = 0; i < n; ++i) p[i] = src[i];
+    return Close(p + n);
+  }
+  bool Append(WCHAR c) {
+    if (len_ >= size_) return false;
+    WCHAR *p = buf_ + len_;
+    if (c) {
+      if (p == buf_ + size_ - 1) return Overflow();
+      *p++ = c;
+    }
+    return Close(p);
+  }
   int Length() const { return len_; }
 
  private:
+  bool Close(WCHAR *p) {
+    *p = 0;
+    buf_[size_ - 1] = 0;  // as the C runtime's bounded concatenation does
+    len_ = static_cast<int>(p - buf_);
+    return true;
+  }
+  // The text did not fit: the buffer is emptied and the programming error
+  // reported, as BoundedAppend does.
+  bool Overflow();
+
   WCHAR *buf_;
   int size_;
   int len_;

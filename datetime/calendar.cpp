@@ -40,7 +40,8 @@ bool TimeValid(const DateTimeStruct &r) {
          r.second <= 59;
 }
 
-// One carry of step 1 to 3 of adding an offset.
+// Seconds, minutes and hours of an offset: one field added with at most one
+// carry into the next.
 void AddWithCarry(INT &field, INT add, int base, INT &next) {
   field = Wrap(int64_t{field} + add);
   if (field >= base) {
@@ -53,7 +54,7 @@ void AddWithCarry(INT &field, INT add, int base, INT &next) {
   }
 }
 
-// Steps 4 and 5 of adding an offset: the month walk, forwards while the day
+// After the carries, the month walk: forwards while the day
 // exceeds its month, backwards while it is negative. Whole 400-year cycles
 // (and runs of 30-day months outside 1 to 12) are taken at once; the result
 // is that of walking month by month.

@@ -30,8 +30,10 @@ inline constexpr const WCHAR *kGlobalParamsKey = TEXT("Software\\Tavona Software
 inline constexpr const WCHAR *kLtsModuleName = TEXT("TAVONADLL");
 inline constexpr const WCHAR *kResourceFileName = TEXT("tavona32Res.dll");
 
-// Sets the values that do not depend on the platform (steps 3 and 5 of the
-// start-up). The host build calls it from its tests; the DLL from DllMain.
+// Set the values that do not depend on the platform: the global parameters
+// key first; then the translation slots (cleared), the library's own
+// module name and the second copy of the key. The host build calls them
+// from its tests; the DLL from DllMain, in that order.
 void InitPortableGlobals();
 void InitSecondGlobals();
 

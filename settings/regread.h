@@ -6,13 +6,12 @@
 
 namespace tv {
 
-// Tavona_ReadStringFromRegistry with a result. The address is the usual one:
-// registry when root is non-null and key is non-empty (key, then "\section"
-// when a section is given), else the profile file when profile, section and
-// value are all given. out receives defaultText (null = "") first, so a value
-// that cannot be read leaves it. The registry query gets size BYTES of room,
-// i.e. half the buffer: a 500-character buffer takes values of up to 249
-// characters. Returns 1 when the value was read from the store, 0 when out
+// A registry string with a result: key, then "\section" when a section is
+// given, under root (nothing is read without a root and a key; there is no
+// profile file here). out receives defaultText (null = "") first, so a
+// value that cannot be read leaves it. The registry query gets size BYTES
+// of room, i.e. half the buffer: a 500-character buffer takes values of up
+// to 249 characters. Returns 1 when the value was read from the store, 0 when out
 // holds the default (or nothing was done: null out or size < 1).
 int ReadRegistryString(HKEY root, const WCHAR *key, const WCHAR *section, const WCHAR *value,
                        const WCHAR *defaultText, WCHAR *out, int size);

@@ -127,7 +127,6 @@ TEST_F(Boxes, ResetEmptiesListViews) {
   ASSERT_EQ(SendMessageW(lv, LVM_GETITEMCOUNT, 0, 0), 2);
   Tavona_ResetBox(lv);
   EXPECT_EQ(SendMessageW(lv, LVM_GETITEMCOUNT, 0, 0), 0);
-  Tavona_ResetBox(nullptr);
 }
 
 TEST_F(Boxes, UniqueAddingSelectsAndReplacesItemData) {

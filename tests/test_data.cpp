@@ -12,7 +12,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kGuard = 0xBEEF;
 
 std::string N(const WStr &s) { return "'" + Narrow(s) + "'"; }

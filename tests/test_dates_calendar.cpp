@@ -16,7 +16,7 @@
 
 namespace {
 
-// The date of a day number exactly as documented: whole centuries, then
+// The date of a day number the slow way: whole centuries, then
 // years, then months. Its own small length functions keep the walk over
 // every day fast, optimised even in the debug build.
 #if defined(__GNUC__) && !defined(__clang__)
@@ -52,7 +52,7 @@ DateTimeStruct StepwiseDate(int days) {
 #pragma GCC pop_options
 #endif
 
-// Adding an offset month by month, as documented (moderate values only).
+// Adding an offset month by month (moderate values only).
 void StepwiseAdd(DateTimeStruct &r, const DateTimeStruct &o) {
   auto carry = [](int &f, int add, int base, int &next) {
     f += add;

@@ -13,8 +13,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
-
 WStr Res(UINT id) {
 #ifdef _WIN32
   WCHAR buf[100] = {};

@@ -18,8 +18,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
-
 const WCHAR *const kEnglish[] = {
     TEXT("Sunday|Monday|Tuesday|Wednesday|Thursday|Friday|Saturday"),
     TEXT("Sun|Mon|Tue|Wed|Thu|Fri|Sat"),

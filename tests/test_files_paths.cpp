@@ -14,7 +14,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kFill = '#';
 
 std::string N(const WCHAR *s) { return s ? "'" + Narrow(s) + "'" : "null"; }

@@ -11,7 +11,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kGuard = 0xBEEF;
 
 // Bytes above 127 stand for the Latin-1 characters.

@@ -16,7 +16,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 WStr W(const char *s) { return WStr(s, s + std::strlen(s)); }
 
 TEST(NumberCodes, ReadCode) {

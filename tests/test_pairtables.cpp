@@ -8,7 +8,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 constexpr UINT kEnd = 0xFFFFFFFF;
 
 // First word 2 repeats; the terminator's second word and a pair after the

@@ -11,7 +11,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kGuard = 0xBEEF;
 
 std::string N(const WCHAR *s) { return s ? "'" + Narrow(s) + "'" : "null"; }

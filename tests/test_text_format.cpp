@@ -20,17 +20,8 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
 constexpr WCHAR kGuard = 0xBEEF;
 
-// Lines on the debugger output so far (host only; 0 elsewhere).
-int DebugLines() {
-#ifdef TAVONA_HOST_TEST
-  return tv::plat::host::DebugOutputCount();
-#else
-  return 0;
-#endif
-}
 
 // Runs call at every size up to one past the full length: the text is
 // cut at size - 1 and terminated, the full length is always returned and

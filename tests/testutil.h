@@ -1,7 +1,12 @@
 // Small helpers shared by the tests of both builds.
 #pragma once
 
+#include <tavona/tvbase.h>
+
 #include <string>
+
+// A wide text of either build (wchar_t on Windows, char16_t on the host).
+using WStr = std::basic_string<WCHAR>;
 
 // ASCII rendering of a wide text for failure messages (others as \uXXXX).
 template <typename Ch>
@@ -24,8 +29,33 @@ std::string Narrow(const std::basic_string<Ch> &s) {
   return Narrow(s.c_str());
 }
 
+#ifdef TAVONA_HOST_TEST
+#include "base/sys_host.h"
+
+// Lines written to the debugger output so far.
+inline int DebugLines() { return tv::plat::host::DebugOutputCount(); }
+#endif
+
 #ifdef _WIN32
 #include <windows.h>
+
+// Lines written to the debugger output so far: OutputDebugString raises
+// DBG_PRINTEXCEPTION_C once per line (also for the wide call, which falls
+// back to it when no debugger takes the wide one), and a vectored handler
+// sees it before anyone else.
+inline int &DebugLineCount() {
+  static int count = 0;
+  return count;
+}
+inline LONG CALLBACK CountDebugLine(EXCEPTION_POINTERS *e) {
+  if (e->ExceptionRecord->ExceptionCode == DBG_PRINTEXCEPTION_C) ++DebugLineCount();
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+inline int DebugLines() {
+  static PVOID handler = AddVectoredExceptionHandler(1, CountDebugLine);
+  (void)handler;
+  return DebugLineCount();
+}
 
 // The folder of the test program, with its trailing backslash.
 inline std::wstring BinDir() {

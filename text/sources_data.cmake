@@ -17,4 +17,6 @@ tavona_test(data_win_tests WINDOWS UI INTERNAL SOURCES tests/test_data_win.cpp)
 
 tavona_fuzz(fuzz_descriptors SOURCES fuzz/fuzz_descriptors.cpp)
 tavona_bench(bench_data SOURCES bench/bench_data.cpp)
+# Not a ratio: run by hand (not named bench_*, so scripts/bench skips it).
+tavona_bench(limits_regex SOURCES bench/limits_regex.cpp)
 tavona_fuzz(fuzz_crypt SOURCES fuzz/fuzz_crypt.cpp)

@@ -108,11 +108,13 @@ void WINAPI Tavona_ReplaceString(WCHAR *text, INT textSize, const WCHAR *find, c
   int outLen = 0;      // units of the result written so far
   int consumed = 0;    // original units taken into the result
   int64_t curLen = n;  // length of the text as the replacements go
+  const UINT places = TAVONA_REPLACE_ATSTART | TAVONA_REPLACE_INMIDDLE | TAVONA_REPLACE_ATEND;
+  const bool everywhere = (flags & places) == places;
   for (int at = finder.Find(hay, n, 0); at >= 0;) {
     bool atStart = outLen + (at - consumed) == 0;
     bool atEnd = n - at == findLen;
     bool middle = !atStart && !atEnd;
-    bool qualifies = ((flags & TAVONA_REPLACE_INMIDDLE) && middle) ||
+    bool qualifies = everywhere || ((flags & TAVONA_REPLACE_INMIDDLE) && middle) ||
                      ((flags & TAVONA_REPLACE_ATSTART) && atStart) ||
                      ((flags & TAVONA_REPLACE_ATEND) && atEnd);
     if (!qualifies) {
@@ -129,10 +131,10 @@ void WINAPI Tavona_ReplaceString(WCHAR *text, INT textSize, const WCHAR *find, c
       result = HeapPtr<WCHAR>(tv::AllocWideChars(static_cast<UINT>(most + 1)));
       if (!result) return;
     }
-    tv::CopyRaw(result.get() + outLen, text + consumed, at - consumed);
+    if (at > consumed) tv::CopyRaw(result.get() + outLen, text + consumed, at - consumed);
     outLen += at - consumed;
-    tv::CopyRaw(result.get() + outLen, with, withLen);
-    outLen += withLen;
+    // Replacements are short: a plain loop beats a call to memcpy per match.
+    for (const WCHAR *w = with; *w; ++w) result[outLen++] = *w;
     consumed = at + findLen;
     curLen += withLen - findLen;
     if (flags & TAVONA_REPLACE_FIRST) break;
