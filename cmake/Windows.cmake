@@ -15,10 +15,7 @@ add_link_options(-static -static-libgcc -static-libstdc++)
 set(TAVONA_SYSTEM_LIBS user32 gdi32 comdlg32 comctl32 shell32 advapi32 version
     ole32 oleaut32 uuid shlwapi)
 
-add_library(tavona_static STATIC ${TAVONA_PORTABLE} ${TAVONA_WINDOWS})
-target_include_directories(tavona_static PUBLIC
-  ${CMAKE_SOURCE_DIR}/include
-  ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR})
+tavona_library(tavona_static ${TAVONA_PORTABLE} ${TAVONA_WINDOWS})
 target_link_libraries(tavona_static PUBLIC ${TAVONA_SYSTEM_LIBS})
 
 # Module definition file from the subsystems' fragments.
