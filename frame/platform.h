@@ -5,6 +5,7 @@
 #pragma once
 
 #include "base/sys.h"
+#include <tavona/frame.h>
 #include <tavona/tvbase.h>
 
 #include <cstddef>
@@ -37,6 +38,12 @@ int ShowMessage(HWND owner, const WCHAR *text, const WCHAR *caption, UINT style)
 // opened for appending while denying other writers. False when it cannot
 // be opened.
 bool AppendLogLine(const WCHAR *path, const WCHAR *text);
+
+// Offers a message to the external handler library: its name and entry are
+// read on every call (an administrator may install or remove it while
+// applications run). The handler's result; 0 when there is none or it
+// leaves the message to the library.
+int CallExternalHandler(const MessageBoxRequest *request);
 
 // ---- Dates and times ----
 

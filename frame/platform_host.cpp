@@ -100,6 +100,9 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
   return true;
 }
 
+// No handler library on the host.
+int CallExternalHandler(const MessageBoxRequest *) { return 0; }
+
 // ---- Dates and times ----
 // CurrentLocalTime, YearExpansionLimit and their test controls:
 // datetime/clock_host.cpp.

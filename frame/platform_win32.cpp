@@ -3,6 +3,10 @@
 
 #include <windows.h>
 
+#include "frame/handles.h"
+#include "frame/optlib.h"
+#include "base/wstr.h"
+
 #include <share.h>
 
 #include <cstdio>
@@ -47,6 +51,38 @@ bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
   fwrite(L"\r\n", sizeof(WCHAR), 2, f);
   fclose(f);
   return true;
+}
+
+namespace {
+
+// A string value of HKEY_LOCAL_MACHINE, or fallback when it cannot be read.
+void ReadMachineString(const WCHAR *key, const WCHAR *value, const WCHAR *fallback, WCHAR *out,
+                       DWORD size) {
+  unique_hkey k;
+  DWORD bytes = (size - 1) * sizeof(WCHAR), type = 0;
+  if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, key, 0, KEY_QUERY_VALUE, k.put()) == ERROR_SUCCESS &&
+      RegQueryValueExW(k.get(), value, nullptr, &type, reinterpret_cast<BYTE *>(out), &bytes) ==
+          ERROR_SUCCESS &&
+      (type == REG_SZ || type == REG_EXPAND_SZ)) {
+    out[bytes / sizeof(WCHAR)] = 0;  // the stored value need not be terminated
+    return;
+  }
+  BoundedCopy(out, fallback, static_cast<int>(size));
+}
+
+}  // namespace
+
+int CallExternalHandler(const MessageBoxRequest *request) {
+  static const WCHAR kKey[] = L"Software\\Tavona Software\\Error Handler";
+  WCHAR dllName[500], functionName[500];
+  ReadMachineString(kKey, L"DllName", L"TVDEEH.DLL", dllName, 500);
+  ReadMachineString(kKey, L"FunctionName", L"TVDEEH_MessageBox", functionName, 500);
+  unique_hmodule library = LoadOptionalLibrary(dllName);
+  char entryName[1000];
+  if (!library || !WideToAnsi(functionName, entryName, 1000)) return 0;
+  auto handler =
+      ProcAddress<INT(WINAPI *)(MessageBoxRequest *)>(library.get(), entryName);
+  return handler ? handler(const_cast<MessageBoxRequest *>(request)) : 0;
 }
 
 // ---- Dates and times ----

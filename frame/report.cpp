@@ -138,8 +138,8 @@ int RouteMessage(const MessageRequest &r) {
     ComposeMessageText(r.module, r.ltsModule, r.messageId, args, text, 1024);
     return cb(text);
   }
-  if (RouteToExternalHandler && r.record) {
-    if (int result = RouteToExternalHandler(r)) return result;
+  if (r.record) {
+    if (int result = plat::CallExternalHandler(r.record)) return result;
   }
   WCHAR text[1000];
   switch (errorSettings.mode) {
@@ -159,8 +159,6 @@ int RouteMessage(const MessageRequest &r) {
     }
   }
 }
-
-int (*RouteToExternalHandler)(const MessageRequest &) = nullptr;
 
 const TAVONA_VALUE_PAIR ErrorCodeTable[] = {
     {1300, 0x8004A014}, {1327, 0x8004A032}, {1357, 0x8004A036}, {1352, 0x8004A01C},
