@@ -2,13 +2,13 @@
 // user's language, the process-wide values and the global window classes.
 #include "frame/globals.h"
 #include "frame/handles.h"
+#include "frame/platform.h"
 #include "frame/wndclasses.h"
 #include "base/wstr.h"
 
 #include <windows.h>
 
-#include <io.h>
-#include <stdlib.h>
+#include <utility>
 
 namespace tv {
 
@@ -20,7 +20,8 @@ constexpr int kLangSize = 20;
 void DetermineLanguages(WCHAR *full, WCHAR *shortName) {
   full[0] = 0;
   shortName[0] = 0;
-  if (const WCHAR *env = _wgetenv(L"VEL_LANGUAGE")) {
+  WCHAR env[1024];
+  if (plat::GetEnv(L"VEL_LANGUAGE", env, 1024)) {
     // Copied as it stands; a value too long for the slot is refused like
     // any other bounded copy and leaves the slot empty.
     BoundedCopy(full, env, kLangSize);

@@ -7,9 +7,6 @@
 #include "frame/optlib.h"
 #include "base/wstr.h"
 
-#include <share.h>
-
-#include <cstdio>
 #include <cwchar>
 
 namespace tv::plat {
@@ -44,15 +41,6 @@ int ShowMessage(HWND owner, const WCHAR *text, const WCHAR *caption, UINT style)
   return MessageBoxW(owner ? owner : GetActiveWindow(), text, caption, style);
 }
 
-bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
-  FILE *f = _wfsopen(path, L"ab", _SH_DENYWR);
-  if (!f) return false;
-  fwrite(text, sizeof(WCHAR), wcslen(text), f);
-  fwrite(L"\r\n", sizeof(WCHAR), 2, f);
-  fclose(f);
-  return true;
-}
-
 namespace {
 
 // A string value of HKEY_LOCAL_MACHINE, or fallback when it cannot be read.
@@ -85,12 +73,32 @@ int CallExternalHandler(const MessageBoxRequest *request) {
   return handler ? handler(const_cast<MessageBoxRequest *>(request)) : 0;
 }
 
-// ---- Dates and times ----
-// CurrentLocalTime and YearExpansionLimit: datetime/clock_win32.cpp (they
-// need the C runtime's time functions and the settings store).
+// ---- Files and environment ----
 
-// ---- Files ----
-// FileExists, ModuleFileName, CompareNoCaseLocale, GetEnv and AppendToFile
-// live in files/platform_files_win32.cpp.
+bool FileExists(const WCHAR *name) {
+  return name && GetFileAttributesW(name) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool GetEnv(const WCHAR *name, WCHAR *buffer, int size) {
+  if (!buffer || size < 1) return false;
+  buffer[0] = 0;
+  DWORD n = GetEnvironmentVariableW(name, buffer, static_cast<DWORD>(size));
+  if (n == 0) return GetLastError() != ERROR_ENVVAR_NOT_FOUND;
+  if (n >= static_cast<DWORD>(size)) {  // too long: nothing was copied
+    buffer[0] = 0;
+    return false;
+  }
+  return true;
+}
+
+bool AppendToFile(const WCHAR *path, const void *data, size_t bytes) {
+  if (!path || !*path) return false;
+  unique_hfile f(CreateFileW(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                             OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!f) return false;
+  DWORD written = 0;
+  return WriteFile(f.get(), data, static_cast<DWORD>(bytes), &written, nullptr) &&
+         written == bytes;
+}
 
 }  // namespace tv::plat

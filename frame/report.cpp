@@ -141,11 +141,15 @@ int RouteMessage(const MessageRequest &r) {
   if (r.record) {
     if (int result = plat::CallExternalHandler(r.record)) return result;
   }
-  WCHAR text[1000];
+  WCHAR text[1002];  // room for the line end of the log
   switch (errorSettings.mode) {
     case 2: {
       ComposeMessageText(r.module, r.ltsModule, r.messageId, args, text, 1000);
-      return plat::AppendLogLine(errorSettings.logPath, text) ? 1 : 2;
+      // One line of raw UTF-16LE with CR LF, no byte-order mark.
+      int n = Len(text);
+      text[n] = L'\r';
+      text[n + 1] = L'\n';
+      return plat::AppendToFile(errorSettings.logPath, text, (n + 2) * sizeof(WCHAR)) ? 1 : 2;
     }
     case 1:
       return 1;
