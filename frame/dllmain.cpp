@@ -70,7 +70,7 @@ HMODULE LoadResourceLibrary(const WCHAR *fileName, HINSTANCE instance) {
     a.Append(lang);
     a.Append(L'\\');
     a.Append(fileName);
-    if (path[0] && _waccess(path, 0) == 0) return LoadLibraryW(path);
+    if (path[0] && plat::FileExists(path)) return LoadLibraryW(path);
   }
   MessageBoxW(nullptr, path, L"Fatal Error: File not found", MB_ICONHAND);
   return nullptr;
@@ -86,21 +86,17 @@ void ProcessAttach(HINSTANCE instance) {
   InitSecondGlobals();
 }
 
+// Hands a module global to an owner, which frees it at once.
+void ReleaseModuleGlobal(HMODULE &module) {
+  unique_hmodule(std::exchange(module, nullptr)).reset();
+}
+
 void ProcessDetach() {
-  if (g.ltsProviderModule) {
-    FreeLibrary(g.ltsProviderModule);
-    g.ltsProviderModule = nullptr;
-  }
+  ReleaseModuleGlobal(g.ltsProviderModule);
   g.ltsProvider = nullptr;
-  if (g.pictureModule) {
-    FreeLibrary(g.pictureModule);
-    g.pictureModule = nullptr;
-  }
+  ReleaseModuleGlobal(g.pictureModule);
   UnregisterWindowClasses(g.instance);
-  if (g.resources) {
-    FreeLibrary(g.resources);
-    g.resources = nullptr;
-  }
+  ReleaseModuleGlobal(g.resources);
 }
 
 }  // namespace
