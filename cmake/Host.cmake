@@ -10,10 +10,7 @@ if(TAVONA_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-add_library(tavona_core STATIC ${TAVONA_PORTABLE} ${TAVONA_HOST})
-target_include_directories(tavona_core PUBLIC
-  ${CMAKE_SOURCE_DIR}/include
-  ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR})
+tavona_library(tavona_core ${TAVONA_PORTABLE} ${TAVONA_HOST})
 
 if(TAVONA_FUZZ)
   get_property(fuzzers GLOBAL PROPERTY TAVONA_FUZZERS)

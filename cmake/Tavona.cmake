@@ -61,3 +61,51 @@ function(tavona_bench name)
   set_property(GLOBAL APPEND PROPERTY TAVONA_BENCHES ${name})
   set_property(GLOBAL PROPERTY TAVONA_BENCH_${name}_SOURCES ${A_SOURCES})
 endfunction()
+
+# The layers from the bottom up. A layer's files include only their own layer
+# and the ones below it (plus include/ and resources/): each layer compiles as
+# an OBJECT library whose include root under the build folder holds links to
+# the allowed folders alone, so an upward include does not compile.
+set(TAVONA_LAYERS base frame text settings datetime files translation controls printing)
+
+# tavona_library(<name> <sources>...): the static core from the registered
+# sources, one OBJECT library tavona_<layer> per folder that has code.
+# Tests, benchmarks, fuzzers and the demo link <name>, which sees the tree.
+function(tavona_library name)
+  set(rest ${ARGN})
+  set(allowed "")
+  set(objects "")
+  foreach(layer IN LISTS TAVONA_LAYERS)
+    if(IS_DIRECTORY ${CMAKE_SOURCE_DIR}/${layer})
+      list(APPEND allowed ${layer})
+    endif()
+    set(mine ${rest})
+    list(FILTER mine INCLUDE REGEX "^${CMAKE_SOURCE_DIR}/${layer}/")
+    list(FILTER rest EXCLUDE REGEX "^${CMAKE_SOURCE_DIR}/${layer}/")
+    if(NOT mine)
+      continue()
+    endif()
+    set(root ${CMAKE_BINARY_DIR}/layers/${layer})
+    file(REMOVE_RECURSE ${root})
+    file(MAKE_DIRECTORY ${root})
+    foreach(below IN LISTS allowed)
+      file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${below} ${root}/${below} SYMBOLIC)
+    endforeach()
+    add_library(tavona_${layer} OBJECT ${mine})
+    target_include_directories(tavona_${layer} PRIVATE
+      ${root} ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/resources)
+    add_dependencies(tavona_${layer} tavona_include_check)
+    list(APPEND objects $<TARGET_OBJECTS:tavona_${layer}>)
+  endforeach()
+  if(rest)
+    message(FATAL_ERROR "Not in a layer folder (${TAVONA_LAYERS}): ${rest}")
+  endif()
+  # No "../" includes anywhere, public headers include public headers only.
+  add_custom_target(tavona_include_check
+    COMMAND ${CMAKE_COMMAND} -DROOT=${CMAKE_SOURCE_DIR}
+            -P ${CMAKE_SOURCE_DIR}/cmake/CheckIncludes.cmake
+    VERBATIM)
+  add_library(${name} STATIC ${objects})
+  target_include_directories(${name} PUBLIC
+    ${CMAKE_SOURCE_DIR}/include ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR})
+endfunction()

@@ -15,10 +15,7 @@ add_link_options(-static -static-libgcc -static-libstdc++)
 set(TAVONA_SYSTEM_LIBS user32 gdi32 comdlg32 comctl32 shell32 advapi32 version
     ole32 oleaut32 uuid shlwapi)
 
-add_library(tavona_static STATIC ${TAVONA_PORTABLE} ${TAVONA_WINDOWS})
-target_include_directories(tavona_static PUBLIC
-  ${CMAKE_SOURCE_DIR}/include
-  ${CMAKE_SOURCE_DIR}/resources ${CMAKE_SOURCE_DIR})
+tavona_library(tavona_static ${TAVONA_PORTABLE} ${TAVONA_WINDOWS})
 target_link_libraries(tavona_static PUBLIC ${TAVONA_SYSTEM_LIBS})
 
 # Module definition file from the subsystems' fragments.
@@ -76,6 +73,17 @@ set(TAVONA_LANGUAGES en de)
 file(GLOB_RECURSE TAVONA_RC_DEPS CONFIGURE_DEPENDS
      ${CMAKE_SOURCE_DIR}/resources/*.rc ${CMAKE_SOURCE_DIR}/resources/*.h
      ${CMAKE_SOURCE_DIR}/resources/*.bmp ${CMAKE_SOURCE_DIR}/resources/*.cur)
+# Every text macro of the shared layouts is defined in every language.
+string(REPLACE ";" "|" languages "${TAVONA_LANGUAGES}")
+add_custom_command(
+  OUTPUT ${CMAKE_BINARY_DIR}/texts_checked.stamp
+  COMMAND ${CMAKE_COMMAND} -DRESOURCES=${CMAKE_SOURCE_DIR}/resources "-DLANGUAGES=${languages}"
+          -DSTAMP=${CMAKE_BINARY_DIR}/texts_checked.stamp
+          -P ${CMAKE_SOURCE_DIR}/cmake/CheckTexts.cmake
+  DEPENDS ${TAVONA_RC_DEPS} ${CMAKE_SOURCE_DIR}/cmake/CheckTexts.cmake
+  COMMENT "Checking the dialog texts of every language"
+  VERBATIM)
+add_custom_target(tavona_texts_check DEPENDS ${CMAKE_BINARY_DIR}/texts_checked.stamp)
 foreach(lang IN LISTS TAVONA_LANGUAGES)
   set(t tavona32Res_${lang})
   add_library(${t} SHARED ${CMAKE_SOURCE_DIR}/resources/${lang}/tavona32Res.rc)
@@ -88,6 +96,7 @@ foreach(lang IN LISTS TAVONA_LANGUAGES)
   # Resource only: no code, no C runtime, no entry point.
   target_link_options(${t} PRIVATE -nostdlib -Wl,-e,0)
   set_property(TARGET ${t} PROPERTY LINK_LIBRARIES "")
+  add_dependencies(${t} tavona_texts_check)
   add_dependencies(tavona32 ${t})
 endforeach()
 

@@ -42,19 +42,19 @@ HGLOBAL WINAPI Tavona_DdbToDib(HBITMAP bitmap, WORD bitCount) {
   h.biSizeImage = static_cast<DWORD>(image);
   tv::unique_hglobal memory(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, static_cast<SIZE_T>(total)));
   if (!memory) return nullptr;
-  auto *info = static_cast<BITMAPINFO *>(GlobalLock(memory.get()));
-  if (!info) return nullptr;
-  info->bmiHeader = h;
-  BYTE *bits = reinterpret_cast<BYTE *>(info) + sizeof h + h.biClrUsed * sizeof(RGBQUAD);
   int lines;
   {
+    tv::global_lock<BITMAPINFO> locked(memory.get());
+    BITMAPINFO *info = locked.get();
+    if (!info) return nullptr;
+    info->bmiHeader = h;
+    BYTE *bits = reinterpret_cast<BYTE *>(info) + sizeof h + h.biClrUsed * sizeof(RGBQUAD);
     tv::window_dc screen(nullptr);
     lines = GetDIBits(screen.get(), bitmap, 0, static_cast<UINT>(bm.bmHeight), bits, info,
                       DIB_RGB_COLORS);
+    // GetDIBits may rewrite the header (biClrUsed, biSizeImage); keep ours.
+    info->bmiHeader = h;
   }
-  // GetDIBits may rewrite the header (biClrUsed, biSizeImage); keep ours.
-  info->bmiHeader = h;
-  GlobalUnlock(memory.get());
   if (lines != bm.bmHeight) return nullptr;
   return memory.release();
 }

@@ -15,25 +15,10 @@ struct HookRecord {
   LPARAM link;
 };
 
-// Locks the hook record of a window for the lifetime of the object.
-class LockedHook {
- public:
-  LockedHook(HWND window, const WCHAR *name)
-      : memory_(window && !tv::IsBlank(name) ? static_cast<HGLOBAL>(GetPropW(window, name))
-                                             : nullptr),
-        record_(memory_ ? static_cast<HookRecord *>(GlobalLock(memory_)) : nullptr) {}
-  ~LockedHook() {
-    if (record_) GlobalUnlock(memory_);
-  }
-  LockedHook(const LockedHook &) = delete;
-  LockedHook &operator=(const LockedHook &) = delete;
-  HookRecord *get() const { return record_; }
-  HGLOBAL memory() const { return memory_; }
-
- private:
-  HGLOBAL memory_;
-  HookRecord *record_;
-};
+// The hook record a window keeps under the property name (null when none).
+HGLOBAL HookMemory(HWND window, const WCHAR *name) {
+  return window && !tv::IsBlank(name) ? static_cast<HGLOBAL>(GetPropW(window, name)) : nullptr;
+}
 
 const WCHAR kOnlyLf[] = L"ONLYLFHOOKPROPNAME";
 const WCHAR kTabAndLf[] = L"TABANDLFHOOKPROPNAME";
@@ -69,11 +54,12 @@ INT WINAPI Hook_Window(HWND window, WNDPROC procedure, const WCHAR *name, LPARAM
   if (GetPropW(window, name)) return -1;
   tv::unique_hglobal memory(GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, sizeof(HookRecord)));
   if (!memory) return -1;
-  auto *record = static_cast<HookRecord *>(GlobalLock(memory.get()));
-  if (!record) return -1;
-  record->original = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
-  record->link = link;
-  GlobalUnlock(memory.get());
+  {
+    tv::global_lock<HookRecord> record(memory.get());
+    if (!record) return -1;
+    record.get()->original = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
+    record.get()->link = link;
+  }
   if (!SetPropW(window, name, memory.get())) return -1;
   SetLastError(0);
   if (!SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure)) &&
@@ -89,10 +75,8 @@ void WINAPI Unhook_Window(HWND window, const WCHAR *name) {
   if (!window || tv::IsBlank(name)) return;
   tv::unique_hglobal memory(static_cast<HGLOBAL>(GetPropW(window, name)));
   if (!memory) return;
-  if (auto *record = static_cast<HookRecord *>(GlobalLock(memory.get()))) {
-    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(record->original));
-    GlobalUnlock(memory.get());
-  }
+  if (tv::global_lock<HookRecord> record(memory.get()); record)
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(record.get()->original));
   RemovePropW(window, name);
 }
 
@@ -100,8 +84,8 @@ LRESULT WINAPI Call_HookOriginalCallback(HWND window, const WCHAR *name, UINT me
                                          WPARAM wParam, LPARAM lParam) {
   WNDPROC original = nullptr;
   {
-    LockedHook hook(window, name);
-    if (!hook.get()) return 0;
+    tv::global_lock<HookRecord> hook(HookMemory(window, name));
+    if (!hook) return 0;
     original = hook.get()->original;
   }
   // Unlocked first: the original procedure may unhook the window.
@@ -109,8 +93,8 @@ LRESULT WINAPI Call_HookOriginalCallback(HWND window, const WCHAR *name, UINT me
 }
 
 LPARAM WINAPI Get_HookLink(HWND window, const WCHAR *name) {
-  LockedHook hook(window, name);
-  return hook.get() ? hook.get()->link : 0;
+  tv::global_lock<HookRecord> hook(HookMemory(window, name));
+  return hook ? hook.get()->link : 0;
 }
 
 LRESULT CALLBACK Edit_OnlyLf_Hook(HWND w, UINT m, WPARAM wp, LPARAM lp) {

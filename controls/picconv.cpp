@@ -20,8 +20,7 @@ INT WINAPI Tavona_PicConv_GetInfo(const WCHAR *file, void *info, INT infoSize) {
     tv::g.pictureModule = module.release();
   }
   using GetInfoFn = INT(WINAPI *)(const WCHAR *, void *, INT);
-  auto getInfo =
-      reinterpret_cast<GetInfoFn>(reinterpret_cast<void *>(GetProcAddress(tv::g.pictureModule, "GetInfo")));
+  auto getInfo = tv::ProcAddress<GetInfoFn>(tv::g.pictureModule, "GetInfo");
   if (!getInfo) {
     tv::ReportError(IDS_ERR_PICTURE_INFO, file);
     return -1;

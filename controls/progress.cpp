@@ -27,6 +27,10 @@ struct ProgressIndicator {
   INT abortRequested;
   INT paintedWidth;
   SYSTEMTIME start;
+  // Set by the creator once CreateDialogParamW returned the dialog: from
+  // then on the dialog releases the record; a dialog that fails during
+  // creation leaves it to the creator.
+  bool created;
 };
 
 ProgressIndicator *RecordOf(HWND dialog) {
@@ -91,16 +95,10 @@ void ShowRemainingTime(HWND dialog, const ProgressIndicator &p) {
   SetDlgItemTextW(dialog, IDC_PROGRESS_TIME, text);
 }
 
-// The record of a dialog being created until its WM_INITDIALOG takes it: a
-// dialog that fails before (a control that cannot be created) never sees
-// it, and its creator releases it.
-ProgressIndicator *g_unclaimed = nullptr;
-
 INT_PTR CALLBACK ProgressDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
   ProgressIndicator *p = tv::DialogRecord<ProgressIndicator>(dialog, message, lParam);
   switch (message) {
     case WM_INITDIALOG:
-      if (p == g_unclaimed) g_unclaimed = nullptr;
       SetDlgItemTextW(dialog, IDC_PROGRESS_TEXT, L"");
       SetDlgItemTextW(dialog, IDC_PROGRESS_TIME, L"");
       if (p && (p->flags & TAVONA_PROGRESS_NOCANCEL))
@@ -122,7 +120,7 @@ INT_PTR CALLBACK ProgressDialogProc(HWND dialog, UINT message, WPARAM wParam, LP
       if (p) {
         SetWindowLongPtrW(dialog, DWLP_USER, 0);
         if (p->owner) EnableWindow(p->owner, TRUE);
-        tv::FreeMem(p);
+        if (p->created) tv::FreeMem(p);
       }
       return 0;
   }
@@ -147,14 +145,13 @@ HWND WINAPI Tavona_CreateProgressIndicatorExtended(HWND owner, const WCHAR *titl
   p->done = GetSysColor(COLOR_ACTIVECAPTION);
   p->remaining = GetSysColor(COLOR_WINDOW);
   p->owner = owner;
-  ProgressIndicator *outer = g_unclaimed;
-  g_unclaimed = p;
   HWND dialog = CreateDialogParamW(tv::g.resources, MAKEINTRESOURCEW(id), owner,
                                    ProgressDialogProc, reinterpret_cast<LPARAM>(p));
-  // Once claimed, WM_NCDESTROY has released the record of a failed dialog.
-  tv::FreeMem(g_unclaimed);
-  g_unclaimed = outer;
-  if (!dialog) return nullptr;
+  if (!dialog) {
+    tv::FreeMem(p);
+    return nullptr;
+  }
+  p->created = true;
   if (owner) EnableWindow(owner, FALSE);
   if (title) SetWindowTextW(dialog, title);
   RECT bar = {};

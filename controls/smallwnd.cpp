@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <cstdint>
+#include <memory>
 
 #include "controls/smallwnd.h"
 #include "frame/alloc.h"
@@ -111,6 +112,11 @@ void FreeTempRecord(tv::TempWindRecord *r) {
   tv::FreeMem(r);
 }
 
+struct TempRecordFree {
+  void operator()(tv::TempWindRecord *r) const { FreeTempRecord(r); }
+};
+using TempRecordPtr = std::unique_ptr<tv::TempWindRecord, TempRecordFree>;
+
 }  // namespace
 
 extern "C" LRESULT CALLBACK WndProcTempWind(HWND w, UINT m, WPARAM wp, LPARAM lp) {
@@ -137,12 +143,11 @@ extern "C" LRESULT CALLBACK WndProcTempWind(HWND w, UINT m, WPARAM wp, LPARAM lp
           tv::unique_hgdiobj brush(CreateSolidBrush(r->background));
           if (brush) FillRect(dc, &client, static_cast<HBRUSH>(brush.get()));
         }
-        HGDIOBJ old = SelectObject(dc, GetStockObject(ANSI_VAR_FONT));
+        tv::select_object font(dc, GetStockObject(ANSI_VAR_FONT));
         SetBkMode(dc, TRANSPARENT);
         client.top += 10;
         client.bottom -= 10;
         DrawTextW(dc, r->text ? r->text : L"", -1, &client, DT_CENTER | DT_WORDBREAK);
-        SelectObject(dc, old);
       }
       EndPaint(w, &ps);
       return 0;
@@ -162,34 +167,26 @@ extern "C" LRESULT CALLBACK WndProcTempWind(HWND w, UINT m, WPARAM wp, LPARAM lp
 }
 
 HWND WINAPI Tavona_DisplayTempWindExt(const WCHAR *text, INT displayTime, COLORREF background) {
-  auto *r = static_cast<tv::TempWindRecord *>(tv::AllocBytes(sizeof(tv::TempWindRecord)));
+  TempRecordPtr r(static_cast<tv::TempWindRecord *>(tv::AllocBytes(sizeof(tv::TempWindRecord))));
   if (!r) return nullptr;
   // 0 or less: 50 minutes, practically until the application closes it.
   r->displayTime = displayTime < 1 ? 30000 : displayTime;
   r->background = background;
   r->text = tv::DuplicateWideString(text ? text : L"");
-  if (!r->text) {
-    FreeTempRecord(r);
-    return nullptr;
-  }
   WNDCLASSW cls;
-  if (!GetClassInfoW(Tavona_GetInstance(), L"TAVONATEMPWIND32", &cls)) {
-    FreeTempRecord(r);
-    return nullptr;
-  }
+  if (!r->text || !GetClassInfoW(Tavona_GetInstance(), L"TAVONATEMPWIND32", &cls)) return nullptr;
   RECT measure = {0, 0, tv::kTempWindWidth, 0};
   {
     tv::window_dc screen(nullptr);
-    HGDIOBJ old = SelectObject(screen.get(), GetStockObject(ANSI_VAR_FONT));
+    tv::select_object font(screen.get(), GetStockObject(ANSI_VAR_FONT));
     DrawTextW(screen.get(), r->text, -1, &measure, DT_CALCRECT | DT_WORDBREAK | DT_CENTER);
-    SelectObject(screen.get(), old);
   }
   HWND focus = GetFocus();
   HWND active = GetActiveWindow();
   HWND owner = active ? GetAncestor(active, GA_ROOT) : nullptr;
   HWND w = CreateWindowExW(0, L"TAVONATEMPWIND32", L"", 0x80800001, 0, 0, tv::kTempWindWidth,
                            measure.bottom - measure.top + 24, owner, nullptr, Tavona_GetInstance(),
-                           r);
+                           r.release());
   // Once the class exists the window owns the record, created or not.
   if (!w) return nullptr;
   Tavona_CenterWindow(w);
@@ -242,13 +239,12 @@ extern "C" LRESULT CALLBACK WndProcButtPopup(HWND w, UINT m, WPARAM wp, LPARAM l
         RECT r;
         GetClientRect(w, &r);
         FillRect(dc, &r, GetSysColorBrush(COLOR_INFOBK));
-        HGDIOBJ old = SelectObject(dc, PopupFont());
+        tv::select_object font(dc, PopupFont());
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, GetSysColor(COLOR_INFOTEXT));
         InflateRect(&r, -kPopupPadding, -kPopupPadding);
         auto *text = reinterpret_cast<const WCHAR *>(GetWindowLongPtrW(w, 0));
         DrawTextW(dc, text ? text : L"", -1, &r, DT_LEFT | DT_NOPREFIX);
-        SelectObject(dc, old);
       }
       EndPaint(w, &ps);
       return 0;
@@ -271,9 +267,8 @@ HWND WINAPI Tavona_ShowPopup(HWND anchor, const WCHAR *text) {
   RECT size = {0, 0, 0, 0};
   {
     tv::window_dc screen(nullptr);
-    HGDIOBJ old = SelectObject(screen.get(), PopupFont());
+    tv::select_object font(screen.get(), PopupFont());
     DrawTextW(screen.get(), text, -1, &size, DT_CALCRECT | DT_LEFT | DT_NOPREFIX);
-    SelectObject(screen.get(), old);
   }
   RECT frame = {0, 0, size.right + 2 * kPopupPadding, size.bottom + 2 * kPopupPadding};
   AdjustWindowRectEx(&frame, WS_POPUP | WS_BORDER, FALSE, WS_EX_TOOLWINDOW);

@@ -2,6 +2,7 @@
 // year lengths, validity, offsets, Easter and the file time link.
 #include "datetime/calendar.h"
 
+#include "datetime/clock.h"
 #include "frame/platform.h"
 
 #include <cstdint>

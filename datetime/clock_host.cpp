@@ -2,8 +2,8 @@
 // or a fixed one, and a two-digit year limit set by the tests.
 #include <ctime>
 
-#include "frame/host/hostplat.h"
-#include "frame/platform.h"
+#include "datetime/clock.h"
+#include "datetime/clock_host.h"
 
 namespace tv::plat {
 namespace {

@@ -8,6 +8,7 @@
 #include <ctime>
 
 #include "datetime/calendar.h"
+#include "datetime/clock.h"
 #include "frame/globals.h"
 #include "frame/platform.h"
 

@@ -72,22 +72,6 @@ ULONGLONG SizeOf(const WCHAR *name, int line) {
   return size;
 }
 
-// GlobalLock for the lifetime of the object.
-class GlobalLockGuard {
- public:
-  explicit GlobalLockGuard(HGLOBAL h) : h_(h), p_(static_cast<BYTE *>(GlobalLock(h))) {}
-  ~GlobalLockGuard() {
-    if (p_) GlobalUnlock(h_);
-  }
-  GlobalLockGuard(const GlobalLockGuard &) = delete;
-  GlobalLockGuard &operator=(const GlobalLockGuard &) = delete;
-  BYTE *get() const { return p_; }
-
- private:
-  HGLOBAL h_;
-  BYTE *p_;
-};
-
 }  // namespace
 
 DWORD WINAPI Tavona_GetFileSize(const WCHAR *name) {
@@ -134,7 +118,7 @@ HGLOBAL WINAPI Tavona_LoadFileToMemory(const WCHAR *name, UINT quiet) {
     return nullptr;
   }
   {
-    GlobalLockGuard data(block.get());
+    tv::global_lock<BYTE> data(block.get());
     if (!data.get()) {
       tv::ReportError(IDS_ERR_OUT_OF_MEMORY);
       return nullptr;
@@ -163,7 +147,7 @@ INT WINAPI Tavona_SaveMemoryToFile(HGLOBAL memory, const WCHAR *name, UINT quiet
     if (!(quiet & 1)) tv::ReportError(IDS_ERR_FILE_SAVE, name);
     return -1;
   }
-  GlobalLockGuard data(memory);
-  if (!data.get()) return -1;
-  return WriteAll(file.get(), data.get(), GlobalSize(memory)) ? 0 : -1;
+  tv::global_lock<BYTE> data(memory);
+  if (!data) return -1;
+  return WriteAll(file.get(), data.get(), data.size()) ? 0 : -1;
 }

@@ -1,6 +1,7 @@
 // File names taken apart and put together in the caller's buffers.
 #include <tavona/files.h>
 
+#include "files/filesys.h"
 #include "frame/platform.h"
 #include "base/wstr.h"
 

@@ -6,7 +6,10 @@ tavona_sources(
   WINDOWS
     files/fileio.cpp
     files/exif_gdiplus.cpp
-    files/platform_files_win32.cpp
+  WIN32_SEAM
+    files/filesys_win32.cpp
+  HOST_SEAM
+    files/filesys_host.cpp
   EXPORTS
     files/exports.def)
 

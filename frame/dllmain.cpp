@@ -2,13 +2,13 @@
 // user's language, the process-wide values and the global window classes.
 #include "frame/globals.h"
 #include "frame/handles.h"
+#include "frame/platform.h"
 #include "frame/wndclasses.h"
 #include "base/wstr.h"
 
 #include <windows.h>
 
-#include <io.h>
-#include <stdlib.h>
+#include <utility>
 
 namespace tv {
 
@@ -20,7 +20,8 @@ constexpr int kLangSize = 20;
 void DetermineLanguages(WCHAR *full, WCHAR *shortName) {
   full[0] = 0;
   shortName[0] = 0;
-  if (const WCHAR *env = _wgetenv(L"VEL_LANGUAGE")) {
+  WCHAR env[1024];
+  if (plat::GetEnv(L"VEL_LANGUAGE", env, 1024)) {
     // Copied as it stands; a value too long for the slot is refused like
     // any other bounded copy and leaves the slot empty.
     BoundedCopy(full, env, kLangSize);
@@ -69,7 +70,7 @@ HMODULE LoadResourceLibrary(const WCHAR *fileName, HINSTANCE instance) {
     a.Append(lang);
     a.Append(L'\\');
     a.Append(fileName);
-    if (path[0] && _waccess(path, 0) == 0) return LoadLibraryW(path);
+    if (path[0] && plat::FileExists(path)) return LoadLibraryW(path);
   }
   MessageBoxW(nullptr, path, L"Fatal Error: File not found", MB_ICONHAND);
   return nullptr;
@@ -85,21 +86,17 @@ void ProcessAttach(HINSTANCE instance) {
   InitSecondGlobals();
 }
 
+// Hands a module global to an owner, which frees it at once.
+void ReleaseModuleGlobal(HMODULE &module) {
+  unique_hmodule(std::exchange(module, nullptr)).reset();
+}
+
 void ProcessDetach() {
-  if (g.ltsProviderModule) {
-    FreeLibrary(g.ltsProviderModule);
-    g.ltsProviderModule = nullptr;
-  }
+  ReleaseModuleGlobal(g.ltsProviderModule);
   g.ltsProvider = nullptr;
-  if (g.pictureModule) {
-    FreeLibrary(g.pictureModule);
-    g.pictureModule = nullptr;
-  }
+  ReleaseModuleGlobal(g.pictureModule);
   UnregisterWindowClasses(g.instance);
-  if (g.resources) {
-    FreeLibrary(g.resources);
-    g.resources = nullptr;
-  }
+  ReleaseModuleGlobal(g.resources);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <type_traits>
 #include <utility>
 
 namespace tv {
@@ -80,5 +81,65 @@ class window_dc {
   HWND w_;
   HDC dc_;
 };
+
+// Runs f when the scope ends, on every path (unless dismissed).
+template <typename F>
+class scope_exit {
+ public:
+  explicit scope_exit(F f) : f_(std::move(f)) {}
+  ~scope_exit() {
+    if (active_) f_();
+  }
+  scope_exit(const scope_exit &) = delete;
+  scope_exit &operator=(const scope_exit &) = delete;
+  void release() { active_ = false; }
+
+ private:
+  F f_;
+  bool active_ = true;
+};
+
+// Global memory locked for the guard's lifetime: get() is null when the
+// handle is null or cannot be locked; size() is GlobalSize of the handle.
+template <typename T = void>
+class global_lock {
+ public:
+  explicit global_lock(HGLOBAL m) : m_(m), p_(m ? static_cast<T *>(GlobalLock(m)) : nullptr) {}
+  ~global_lock() {
+    if (p_) GlobalUnlock(m_);
+  }
+  global_lock(const global_lock &) = delete;
+  global_lock &operator=(const global_lock &) = delete;
+  T *get() const { return p_; }
+  explicit operator bool() const { return p_ != nullptr; }
+  SIZE_T size() const { return p_ ? GlobalSize(m_) : 0; }
+
+ private:
+  HGLOBAL m_;
+  T *p_;
+};
+
+// Selects an object into a DC and selects the previous one back at the end.
+class select_object {
+ public:
+  select_object(HDC dc, HGDIOBJ o) : dc_(dc), old_(o ? SelectObject(dc, o) : nullptr) {}
+  ~select_object() {
+    if (old_ && old_ != HGDI_ERROR) SelectObject(dc_, old_);
+  }
+  select_object(const select_object &) = delete;
+  select_object &operator=(const select_object &) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ old_;
+};
+
+// GetProcAddress with the entry's type: ProcAddress<INT(WINAPI *)(int)>(m, "Name").
+template <typename F>
+F ProcAddress(HMODULE module, const char *name) {
+  static_assert(std::is_pointer_v<F>, "a function pointer type");
+  if (!module || !name) return nullptr;
+  return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
 
 }  // namespace tv

@@ -85,26 +85,10 @@ int ShowMessage(HWND, const WCHAR *text, const WCHAR *caption, UINT style) {
   return IDOK;
 }
 
-bool AppendLogLine(const WCHAR *path, const WCHAR *text) {
-  std::string name;
-  for (; path && *path; ++path) name += static_cast<char>(*path);
-  if (name.empty()) return false;
-  FILE *f = std::fopen(name.c_str(), "ab");
-  if (!f) return false;
-  for (const WCHAR *p = text; p && *p; ++p) {
-    unsigned char b[2] = {static_cast<unsigned char>(*p & 0xFF), static_cast<unsigned char>(*p >> 8)};
-    std::fwrite(b, 1, 2, f);
-  }
-  std::fwrite("\r\0\n\0", 1, 4, f);
-  std::fclose(f);
-  return true;
-}
+// No handler library on the host.
+int CallExternalHandler(const MessageBoxRequest *) { return 0; }
 
-// ---- Dates and times ----
-// CurrentLocalTime, YearExpansionLimit and their test controls:
-// datetime/clock_host.cpp.
-
-// ---- Files ----
+// ---- Files and environment ----
 
 namespace {
 
@@ -128,12 +112,6 @@ std::string HostName(const WCHAR *name) {
   return out;
 }
 
-std::u16string &ModuleName() {
-  static std::u16string name;
-  return name;
-}
-bool moduleNameSet = false;
-
 }  // namespace
 
 bool FileExists(const WCHAR *name) {
@@ -142,23 +120,6 @@ bool FileExists(const WCHAR *name) {
   if (!f) return false;
   std::fclose(f);
   return true;
-}
-
-int ModuleFileName(HMODULE, WCHAR *buffer, int size) {
-  if (!buffer || size < 1) return 0;
-  buffer[0] = 0;
-  if (!moduleNameSet) return 0;
-  int n = 0;
-  for (; n < size - 1 && n < static_cast<int>(ModuleName().size()); ++n) buffer[n] = ModuleName()[n];
-  buffer[n] = 0;
-  return n;
-}
-
-int CompareNoCaseLocale(const WCHAR *a, const WCHAR *b) {
-  for (;; ++a, ++b) {
-    int ca = UpperLatin1(*a), cb = UpperLatin1(*b);
-    if (ca != cb || !ca) return ca < cb ? -1 : ca > cb ? 1 : 0;
-  }
 }
 
 bool GetEnv(const WCHAR *name, WCHAR *buffer, int size) {
@@ -180,13 +141,6 @@ bool AppendToFile(const WCHAR *path, const void *data, size_t bytes) {
   bool ok = std::fwrite(data, 1, bytes, f) == bytes;
   return std::fclose(f) == 0 && ok;
 }
-
-namespace host {
-void SetModuleFileName(const WCHAR *name) {
-  moduleNameSet = name != nullptr;
-  ModuleName() = name ? name : u"";
-}
-}  // namespace host
 
 namespace host {
 

@@ -138,14 +138,18 @@ int RouteMessage(const MessageRequest &r) {
     ComposeMessageText(r.module, r.ltsModule, r.messageId, args, text, 1024);
     return cb(text);
   }
-  if (RouteToExternalHandler && r.record) {
-    if (int result = RouteToExternalHandler(r)) return result;
+  if (r.record) {
+    if (int result = plat::CallExternalHandler(r.record)) return result;
   }
-  WCHAR text[1000];
+  WCHAR text[1002];  // room for the line end of the log
   switch (errorSettings.mode) {
     case 2: {
       ComposeMessageText(r.module, r.ltsModule, r.messageId, args, text, 1000);
-      return plat::AppendLogLine(errorSettings.logPath, text) ? 1 : 2;
+      // One line of raw UTF-16LE with CR LF, no byte-order mark.
+      int n = Len(text);
+      text[n] = L'\r';
+      text[n + 1] = L'\n';
+      return plat::AppendToFile(errorSettings.logPath, text, (n + 2) * sizeof(WCHAR)) ? 1 : 2;
     }
     case 1:
       return 1;
@@ -159,8 +163,6 @@ int RouteMessage(const MessageRequest &r) {
     }
   }
 }
-
-int (*RouteToExternalHandler)(const MessageRequest &) = nullptr;
 
 const TAVONA_VALUE_PAIR ErrorCodeTable[] = {
     {1300, 0x8004A014}, {1327, 0x8004A032}, {1357, 0x8004A036}, {1352, 0x8004A01C},

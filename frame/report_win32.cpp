@@ -1,49 +1,12 @@
-// The Windows-only parts of error reporting: the external handler library,
-// the general error handler for applications and the display of system
-// error codes.
+// The Windows-only parts of error reporting: the general error handler for
+// applications and the display of system error codes.
 #include <tavona/frame.h>
-#include <tavona/text.h>
 
-#include "frame/alloc.h"
 #include "frame/globals.h"
-#include "frame/optlib.h"
 #include "frame/reportcore.h"
-#include "settings/regread.h"
 #include "base/wstr.h"
 #include "frame/lts.h"
 #include "tvres.h"
-
-namespace tv {
-
-namespace {
-
-typedef INT(WINAPI *ExternalHandler)(MessageBoxRequest *request);
-
-// Read on every report: an administrator may install or remove the handler
-// while applications run.
-int CallExternalHandler(const MessageRequest &r) {
-  static const WCHAR kKey[] = L"Software\\Tavona Software\\Error Handler";
-  WCHAR dllName[500], functionName[500];
-  ReadRegistryString(HKEY_LOCAL_MACHINE, kKey, nullptr, L"DllName", L"TVDEEH.DLL", dllName, 500);
-  ReadRegistryString(HKEY_LOCAL_MACHINE, kKey, nullptr, L"FunctionName", L"TVDEEH_MessageBox",
-                     functionName, 500);
-  unique_hmodule library = LoadOptionalLibrary(dllName);
-  if (!library) return 0;
-  HeapPtr<char> entryName(Tavona_ConvertWide2MB(functionName));
-  if (!entryName) return 0;
-  auto handler = reinterpret_cast<ExternalHandler>(
-      reinterpret_cast<void (*)()>(GetProcAddress(library.get(), entryName.get())));
-  if (!handler) return 0;
-  return handler(const_cast<MessageBoxRequest *>(r.record));
-}
-
-// Installed before any report can run: the pointer itself is constant-
-// initialised to null, this assignment is part of the DLL's start-up.
-[[maybe_unused]] const bool kHandlerInstalled = (RouteToExternalHandler = CallExternalHandler, true);
-
-}  // namespace
-
-}  // namespace tv
 
 extern "C" {
 

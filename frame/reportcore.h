@@ -38,11 +38,6 @@ void BuildReportRequest(MessageBoxRequest &record, UINT captionId, UINT messageI
 // Callback, external handler, log, silence or display, in that order.
 int RouteMessage(const MessageRequest &request);
 
-// Set by the Windows build to try the external handler library with
-// request.record (skipped when there is none); a zero result falls through
-// to the modes.
-extern int (*RouteToExternalHandler)(const MessageRequest &request);
-
 // Loads, translates and formats the template, reads its style prefix and
 // copies the text after it into out (bounded). Returns the style bits.
 UINT ComposeMessageText(HMODULE module, const WCHAR *ltsModule, UINT messageId,

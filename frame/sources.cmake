@@ -15,6 +15,7 @@ tavona_sources(
 
 tavona_test(frame_tests WINDOWS SOURCES tests/test_frame.cpp)
 tavona_test(frame_internal_tests HOST INTERNAL SOURCES tests/test_frame_internal.cpp)
+tavona_test(frame_handles_tests WINDOWS INTERNAL SOURCES tests/test_frame_handles.cpp)
 tavona_test(frame_loading_tests WINDOWS UI DYNAMIC SOURCES tests/test_frame_loading.cpp)
 tavona_sources(WINDOWS frame/optlib.cpp frame/report_win32.cpp
                WIN32_SEAM frame/platform_win32.cpp

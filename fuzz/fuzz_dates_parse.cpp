@@ -4,6 +4,7 @@
 #include <tavona/datetime.h>
 
 #include "fuzzutil.h"
+#include "datetime/clock_host.h"
 #include "frame/host/hostplat.h"
 #include "tvres.h"
 

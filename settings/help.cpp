@@ -23,8 +23,7 @@ HtmlHelpProc HtmlHelpEntry() {
     return tv::unique_hmodule(LoadLibraryW(path));
   }();
   if (!viewer) return nullptr;
-  return reinterpret_cast<HtmlHelpProc>(
-      reinterpret_cast<void *>(GetProcAddress(viewer.get(), "HtmlHelpW")));
+  return tv::ProcAddress<HtmlHelpProc>(viewer.get(), "HtmlHelpW");
 }
 
 // The module's file name with its extension replaced by ".chm"; false when

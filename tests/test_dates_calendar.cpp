@@ -11,7 +11,7 @@
 #include "datetest.h"
 #include "testutil.h"
 #ifndef _WIN32
-#include "frame/host/hostplat.h"
+#include "datetime/clock_host.h"
 #endif
 
 namespace {

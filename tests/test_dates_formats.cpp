@@ -13,6 +13,7 @@
 #include "testutil.h"
 #include "tvres.h"
 #ifndef _WIN32
+#include "datetime/clock_host.h"
 #include "frame/host/hostplat.h"
 #endif
 

@@ -4,7 +4,7 @@
 #include <climits>
 
 #include "datetime/calendar.h"
-#include "frame/host/hostplat.h"
+#include "datetime/clock_host.h"
 
 namespace {
 

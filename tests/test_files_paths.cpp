@@ -9,7 +9,7 @@
 
 #include "testutil.h"
 #ifdef TAVONA_HOST_TEST
-#include "frame/host/hostplat.h"
+#include "files/filesys_host.h"
 #endif
 
 namespace {

@@ -21,13 +21,8 @@
 #include <regex>
 #include <string>
 
-#ifdef _WIN32
-#include "frame/handles.h"
-#else
-#include <pthread.h>
-#endif
-
 #include "text/regexp.h"
+#include "text/stack.h"
 #include "base/wstr.h"
 
 namespace tv {
@@ -37,13 +32,10 @@ namespace {
 // Stack reserves to try, largest first: reserving costs address space only,
 // pages are committed as the matcher reaches them. A 32-bit process may not
 // find the larger ranges free.
-#if defined(_WIN64) || (!defined(_WIN32) && UINTPTR_MAX > 0xFFFFFFFFu)
-constexpr size_t kStackReserves[] = {size_t(1) << 30, size_t(256) << 20};
-constexpr size_t kStackMargin = size_t(64) << 20;
-#else
-constexpr size_t kStackReserves[] = {size_t(512) << 20, size_t(256) << 20, size_t(128) << 20};
-constexpr size_t kStackMargin = size_t(24) << 20;
-#endif
+constexpr bool kWidePointers = sizeof(void *) > 4;
+constexpr size_t kStackReserves[] = {kWidePointers ? size_t(1) << 30 : size_t(512) << 20,
+                                     size_t(256) << 20, size_t(128) << 20};
+constexpr size_t kStackMargin = kWidePointers ? size_t(64) << 20 : size_t(24) << 20;
 
 // Compiling recurses once per nesting level and per term of the pattern,
 // without a guard; this keeps that depth well inside the stack.
@@ -164,62 +156,19 @@ void Match(Job &job) {
   }
 }
 
-#ifdef _WIN32
-DWORD WINAPI MatchThread(void *p) {
-  Match(*static_cast<Job *>(p));
-  return 0;
-}
-#else
-void *MatchThread(void *p) {
-  Match(*static_cast<Job *>(p));
-  return nullptr;
-}
-#endif
+void MatchThread(void *p) { Match(*static_cast<Job *>(p)); }
 
 // Whether the calling thread has kInlineRoom of stack left below here.
 bool CallerHasRoom() {
   const char *here = static_cast<const char *>(__builtin_frame_address(0));
-#ifdef _WIN32
-  // Windows 8 and later; without it every search takes the thread.
-  using Limits = VOID(WINAPI *)(PULONG_PTR, PULONG_PTR);
-  static const Limits limits = reinterpret_cast<Limits>(reinterpret_cast<void *>(
-      GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetCurrentThreadStackLimits")));
-  if (!limits) return false;
-  ULONG_PTR low = 0, high = 0;
-  limits(&low, &high);
-  const char *bottom = reinterpret_cast<const char *>(low);
-#else
-  pthread_attr_t attr;
-  if (pthread_getattr_np(pthread_self(), &attr) != 0) return false;
-  void *addr = nullptr;
-  size_t size = 0;
-  int rc = pthread_attr_getstack(&attr, &addr, &size);
-  pthread_attr_destroy(&attr);
-  if (rc != 0) return false;
-  const char *bottom = static_cast<const char *>(addr);
-#endif
-  return here > bottom && size_t(here - bottom) > kInlineRoom;
+  const char *bottom = plat::StackBottom();
+  return bottom && here > bottom && size_t(here - bottom) > kInlineRoom;
 }
 
 // Runs the match on a thread with stack reserved and waits for it.
 bool RunWithStack(Job &job, size_t stack) {
   job.budget = stack - kStackMargin;
-#ifdef _WIN32
-  unique_handle thread(CreateThread(nullptr, stack, MatchThread, &job,
-                                    STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr));
-  if (!thread) return false;
-  WaitForSingleObject(thread.get(), INFINITE);
-  return true;
-#else
-  pthread_attr_t attr;
-  if (pthread_attr_init(&attr) != 0) return false;
-  pthread_t thread;
-  bool started = pthread_attr_setstacksize(&attr, stack) == 0 &&
-                 pthread_create(&thread, &attr, MatchThread, &job) == 0;
-  pthread_attr_destroy(&attr);
-  if (started) pthread_join(thread, nullptr);
-  return started;
-#endif
+  return plat::RunWithStack(stack, MatchThread, &job);
 }
 
 }  // namespace

@@ -8,6 +8,10 @@ tavona_sources(
     text/crypt_win32.cpp
     text/cryptdia.cpp
     text/hash_win32.cpp
+  WIN32_SEAM
+    text/stack_win32.cpp
+  HOST_SEAM
+    text/stack_host.cpp
   EXPORTS
     text/exports_data.def)
 

@@ -20,19 +20,4 @@ struct ShownMessage {
 void NoteMessage(const WCHAR *text, const WCHAR *caption, UINT style);
 const ShownMessage &LastMessage();
 
-// ---- Dates and times ----
-
-// A fixed clock for CurrentLocalTime, the real local time again, or a
-// clock whose conversion fails.
-void SetClock(int year, int month, int day, int hour, int minute, int second);
-void UseRealClock();
-void SetClockFails(bool fails);
-// The value YearExpansionLimit answers (35 until set).
-void SetYearExpansionLimit(LONG limit);
-
-// ---- Files ----
-
-// The file name ModuleFileName reports for every module (null: none).
-void SetModuleFileName(const WCHAR *name);
-
 }  // namespace tv::plat::host

@@ -1,0 +1,2 @@
+// controls: the progress indicator
+#define T_PROGRESS_CAPTION "Fortschritt"

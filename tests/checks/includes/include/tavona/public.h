@@ -1,0 +1,3 @@
+#include "tvbase.h"
+#include "tavona/text.h"
+#include "frame/alloc.h"

@@ -1,0 +1,2 @@
+#include "../frame/alloc.h"
+#include "base/wstr.h"

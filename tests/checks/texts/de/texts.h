@@ -1,0 +1,2 @@
+#define T_DEMO_CAPTION "Demo"
+#define T_CANCEL "Abbrechen"

@@ -1,0 +1,3 @@
+// Compiled with the frame layer's include root: base lies below, text above.
+#include "base/wstr.h"
+#include "text/stack.h"
