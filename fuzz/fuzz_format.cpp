@@ -22,7 +22,7 @@ namespace {
 using fuzz::WStr;
 using Clock = std::chrono::steady_clock;
 
-constexpr int kRoom = 1 << 16;                          // largest buffer written
+constexpr int kRoom = 1 << 14;                          // largest buffer written
 constexpr auto kBound = std::chrono::milliseconds(500);  // per call, sanitizers included
 
 void CheckTime(Clock::time_point start, const char *what) {
