@@ -77,17 +77,18 @@ void Check(const Row &row, const WCHAR *input, INT size) {
   row.call(input, b.data(), size);
   auto took = std::chrono::steady_clock::now() - start;
   EXPECT_TRUE(b.Intact()) << what << ": written past the size";
-  if (b.Touched() && !(row.quirks & kMayStayUnterminated))
+  if (b.Touched() && !(row.quirks & kMayStayUnterminated)) {
     EXPECT_TRUE(b.Terminated()) << what << ": left unterminated";
+  }
   EXPECT_LT(took, kSecond) << what << ": took "
                            << std::chrono::duration_cast<std::chrono::milliseconds>(took).count()
                            << " ms";
 }
 
 // The size the result for input needs, terminator included.
-INT ExactSize(const Row &row, const WCHAR *input) {
-  Buffer b(kHuge, L"");
-  row.call(input, b.data(), kHuge);
+INT ExactSize(const Row &row, const WCHAR *input, INT huge) {
+  Buffer b(huge, L"");
+  row.call(input, b.data(), huge);
   return static_cast<INT>(b.Text().size()) + 1;
 }
 
@@ -97,13 +98,16 @@ std::vector<const WCHAR *> AllInputs() {
   return inputs;
 }
 
-void ExpectHolds(const std::vector<Row> &rows, const std::vector<const WCHAR *> &inputs = AllInputs()) {
+// huge: the largest real buffer tried; families with short results may
+// pass less to stay quick.
+void ExpectHolds(const std::vector<Row> &rows,
+                 const std::vector<const WCHAR *> &inputs = AllInputs(), INT huge = kHuge) {
   for (const Row &row : rows) {
     for (const WCHAR *input : inputs) {
-      INT exact = ExactSize(row, input);
-      for (INT size : {INT_MIN, -1, 0, 1, exact - 1, exact, kHuge}) Check(row, input, size);
+      INT exact = ExactSize(row, input, huge);
+      for (INT size : {INT_MIN, -1, 0, 1, exact - 1, exact, huge}) Check(row, input, size);
       std::snprintf(g_current, sizeof g_current, "%s", Describe(row.name, input, -2).c_str());
-      for (INT size : {INT_MIN, 0, exact, kHuge}) row.call(input, nullptr, size);  // null buffer
+      for (INT size : {INT_MIN, 0, exact, huge}) row.call(input, nullptr, size);  // null buffer
     }
   }
   g_current[0] = 0;
@@ -288,7 +292,9 @@ TEST_F(Hostile, MessageTemplates) {
       EXPECT_LT(std::chrono::steady_clock::now() - start, kSecond) << what;
       EXPECT_LT(g_message.size(), 1024u) << what;
       // The head of a template always shows, whatever the arguments.
-      if (id == 101) EXPECT_EQ(g_message.rfind(L"Cannot copy ", 0), 0u) << what;
+      if (id == 101) {
+        EXPECT_EQ(g_message.rfind(L"Cannot copy ", 0), 0u) << what;
+      }
     }
   }
   Tavona_SetErrorHandlerCallback(nullptr);
@@ -349,7 +355,7 @@ TEST_F(Hostile, Boxes) {
              Tavona_MoveBoxEntry(box, index, 1);
              Tavona_MoveBoxEntry(box, index, 2);
            }},
-      }, {nullptr, L"beta", longText.c_str()});
+      }, {nullptr, L"beta", longText.c_str()}, 4096);
       if (HasFailure()) {
         ADD_FAILURE() << where << "see above";
         break;
