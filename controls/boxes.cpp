@@ -44,6 +44,17 @@ INT WINAPI Tavona_GetBoxType(HWND box) {
   return TAVONA_BOX_OTHER;
 }
 
+namespace {
+
+// What the fill helpers empty a box with: the list-box message for list
+// boxes, the combo-box message for every other kind, as every helper but
+// Tavona_ResetBox does.
+void EmptyBox(HWND box) {
+  if (box) SendMessageW(box, IsList(box) ? LB_RESETCONTENT : CB_RESETCONTENT, 0, 0);
+}
+
+}  // namespace
+
 void WINAPI Tavona_ResetBox(HWND box) {
   if (!box) return;
   switch (Tavona_GetBoxType(box)) {
@@ -93,10 +104,21 @@ LRESULT TextLen(HWND box, bool list, INT index) {
                       0);
 }
 
+// Owner-drawn boxes without strings keep the item data where the text
+// would be; their text messages copy its bytes, unterminated.
+bool HoldsStrings(HWND box, bool list) {
+  LONG_PTR style = GetWindowLongPtrW(box, GWL_STYLE);
+  if (list)
+    return !(style & (LBS_OWNERDRAWFIXED | LBS_OWNERDRAWVARIABLE)) || (style & LBS_HASSTRINGS);
+  if (Tavona_GetBoxType(box) != TAVONA_BOX_COMBOBOX) return true;
+  return !(style & (CBS_OWNERDRAWFIXED | CBS_OWNERDRAWVARIABLE)) || (style & CBS_HASSTRINGS);
+}
+
 // Reads the text of an entry into out (size characters) when it fits; ""
-// and false otherwise.
+// and false otherwise (also for entries without a text).
 bool ReadEntry(HWND box, bool list, INT index, WCHAR *out, int size) {
   out[0] = 0;
+  if (!HoldsStrings(box, list)) return false;
   LRESULT len = TextLen(box, list, index);
   if (len < 0 || len >= size) return false;
   return SendMessageW(box, Msg(list, LB_GETTEXT, CB_GETLBTEXT), static_cast<WPARAM>(index),
@@ -220,6 +242,10 @@ INT WINAPI Tavona_FindBoxEntry(HWND box, const WCHAR *text, INT start, UINT flag
   if (!text) text = L"";
   bool list = IsList(box);
   if (!(flags & TAVONA_FIND_TRIMMED)) {
+    // The controls take only -1 and the indices of entries as a start (a
+    // start below -1 reads far outside the box); any other start searches
+    // the whole box, as the wrap-around from the last entry does.
+    if (start < -1 || start >= Count(box, list)) start = -1;
     INT r = FindExact(box, list, start, text);
     return r < 0 ? -1 : r;
   }
@@ -243,7 +269,7 @@ void WINAPI Tavona_FillBox(HWND box, WCHAR separator, const WCHAR *list) {
 
 void WINAPI Tavona_FillBoxExtended(HWND box, WCHAR separator, const WCHAR *list, UINT flags) {
   if (!list) list = L"";
-  if (!(flags & TAVONA_FILL_KEEP)) Tavona_ResetBox(box);
+  if (!(flags & TAVONA_FILL_KEEP)) EmptyBox(box);
   UINT addFlags = (flags & TAVONA_FILL_UNIQUE) ? TAVONA_ADD_UNIQUE : 0;
   const WCHAR *cursor = list;
   WCHAR text[300], number[50], string[50];
@@ -432,7 +458,7 @@ BOOL CALLBACK LocaleEnumProc(LPWSTR localeText) {
 }  // namespace
 
 BOOL WINAPI Tavona_FillLanguagesBox(HWND box) {
-  Tavona_ResetBox(box);
+  EmptyBox(box);
   WCHAR pairs[1024];
   pairs[0] = 0;
   if (HMODULE res = Tavona_GetResourceModule()) tv::LoadTranslatedString(res, IDS_LANGUAGE_LIST, pairs, 1024);

@@ -72,7 +72,8 @@ INT WINAPI Tavona_Assemble_FileName(WCHAR *dst, const WCHAR *path, const WCHAR *
 
 INT WINAPI Tavona_AddPath(WCHAR *name, INT nameSize, const WCHAR *base, UINT flags,
                           HMODULE module) {
-  if (!name || !base) return -1;
+  // A size below 1 holds no name: refused before the name is moved.
+  if (!name || !base || nameSize < 1) return -1;
   WCHAR moduleDir[256];
   if (tv::plat::CompareNoCaseCrt(base, TEXT("[MODULEPATH]")) == 0) {
     tv::plat::ModuleFileName(module, moduleDir, 256);
@@ -155,13 +156,20 @@ INT WINAPI Tavona_ConvertFilenameToWildcard(WCHAR *name, INT nameSize) {
 
 INT WINAPI Tavona_GetProfileName(HMODULE module, WCHAR *dst, INT dstSize) {
   if (!dst || dstSize < 1) return -1;
-  tv::plat::ModuleFileName(module, dst, dstSize);
-  Tavona_StripPath(dst);
-  Tavona_StripExtension(dst);
-  int len = tv::Len(dst);
+  // The folder goes before the destination's size counts, so a destination
+  // that holds the bare name gets it whatever the folder's length.
+  WCHAR full[1024];
+  tv::plat::ModuleFileName(module, full, 1024);
+  Tavona_StripPath(full);
+  Tavona_StripExtension(full);
+  int len = tv::Len(full);
   // One character more than ".ini" and the terminator need, as always.
-  if (len + 5 >= dstSize) return len + 5;
-  tv::BoundedAppend(dst, TEXT(".ini"), dstSize);
+  if (len + 5 >= dstSize) {
+    tv::BoundedCopy(dst, full, dstSize);
+    return len + 5;
+  }
+  tv::CopyRaw(dst, full, len);
+  tv::CopyRaw(dst + len, TEXT(".ini"), 5);
   return 0;
 }
 

@@ -38,7 +38,10 @@ void WINAPI Tavona_Translate_LongToString(INT value, WCHAR *out, UINT outSize,
       break;
     }
   }
-  tv::BoundedCopy(out, text, outSize > INT_MAX ? INT_MAX : static_cast<int>(outSize));
+  // A size of 2^31 or more is a negative count on its way through an
+  // unsigned parameter, never a buffer: nothing is written, as for 0.
+  if (outSize > INT_MAX) return;
+  tv::BoundedCopy(out, text, static_cast<int>(outSize));
 }
 
 INT WINAPI Tavona_Translate_StringToLong(const WCHAR *text, const TAVONA_TEXT_PAIR *table,

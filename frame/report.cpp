@@ -10,6 +10,7 @@
 #include "frame/lts.h"
 #include "tvres.h"
 
+#include <climits>
 #include <cstddef>
 
 namespace tv {
@@ -36,49 +37,86 @@ static_assert(offsetof(ErrorHandlerRequest, args) == (k64 ? 48 : 32));
 
 ErrorSettings errorSettings;
 
+namespace {
+
+// Writes into out[size] until it is full, then takes nothing more: a
+// message is cut where its buffer ends (never inside a surrogate pair),
+// never emptied.
+class CutWriter {
+ public:
+  CutWriter(WCHAR *out, int size) : out_(out), room_(size - 1) {}
+  bool Full() const { return len_ >= room_; }
+  void Put(const WCHAR *s, int n) {
+    int i = 0;
+    for (; i < n && len_ < room_; ++i) out_[len_++] = s[i];
+    if (i < n && len_ > 0 && out_[len_ - 1] >= 0xD800 && out_[len_ - 1] <= 0xDBFF) room_ = --len_;
+  }
+  void Repeat(WCHAR c, int n) {
+    for (int i = 0; i < n && len_ < room_; ++i) out_[len_++] = c;
+  }
+  int Finish() {
+    out_[len_] = 0;
+    return len_;
+  }
+
+ private:
+  WCHAR *out_;
+  int room_;
+  int len_ = 0;
+};
+
+// Digits of a width or precision, saturated at INT_MAX.
+int ReadAmount(const WCHAR *&q) {
+  long long v = 0;
+  for (; IsDigit(*q); ++q) {
+    v = v * 10 + (*q - '0');
+    if (v > INT_MAX) v = INT_MAX;
+  }
+  return static_cast<int>(v);
+}
+
+}  // namespace
+
 int FormatTemplate(WCHAR *out, int size, const WCHAR *tmpl, const WCHAR *const *args, int argCount) {
   if (!out || size < 1) return 0;
-  out[0] = 0;
-  Appender a(out, size);
+  CutWriter w(out, size);
   int next = 0;
   // Only string conversions are meaningful in message templates; any other
   // conversion consumes an argument and prints nothing, so a faulty
-  // translation can never read past the arguments given.
-  for (const WCHAR *p = tmpl; p && *p; ++p) {
+  // translation can never read past the arguments given. Padding stops
+  // with the buffer, and so does the whole template: the work is that of
+  // the text written and the arguments read.
+  for (const WCHAR *p = tmpl; p && *p && !w.Full(); ++p) {
     if (*p != '%') {
-      a.Append(*p);
+      w.Put(p, 1);
       continue;
     }
     if (p[1] == '%') {
-      a.Append('%');
+      w.Put(p, 1);
       ++p;
       continue;
     }
     const WCHAR *q = p + 1;
     bool left = false;
     while (*q == '-' || *q == '+' || *q == ' ' || *q == '#' || *q == '0') left |= (*q++ == '-');
-    int width = 0, precision = -1;
-    while (IsDigit(*q)) width = width * 10 + (*q++ - '0');
+    int width = ReadAmount(q), precision = -1;
     if (*q == '.') {
-      precision = 0;
-      for (++q; IsDigit(*q);) precision = precision * 10 + (*q++ - '0');
+      ++q;
+      precision = ReadAmount(q);
     }
     while (*q == 'l' || *q == 'h' || *q == 'w' || *q == 'L') ++q;
     if (!*q) break;
     const WCHAR *arg = next < argCount && args[next] ? args[next] : TEXT("");
     ++next;
     if (*q == 's' || *q == 'S') {
-      int n = Len(arg);
-      if (precision >= 0 && precision < n) n = precision;
-      if (!left)
-        for (int i = n; i < width; ++i) a.Append(' ');
-      a.Append(arg, n);
-      if (left)
-        for (int i = n; i < width; ++i) a.Append(' ');
+      int n = precision >= 0 ? LenBounded(arg, precision) : Len(arg);
+      if (!left) w.Repeat(' ', width - n);
+      w.Put(arg, n);
+      if (left) w.Repeat(' ', width - n);
     }
     p = q;
   }
-  return a.Length();
+  return w.Finish();
 }
 
 UINT ComposeMessageText(HMODULE module, const WCHAR *ltsModule, UINT messageId,
@@ -127,7 +165,10 @@ UINT ComposeMessageText(HMODULE module, const WCHAR *ltsModule, UINT messageId,
   else
     style |= MB_OK;
   while (*p == ' ') ++p;
-  BoundedCopy(out, p, limit);
+  // Cut, not emptied, when the limit is below the 1024 of the template.
+  CutWriter w(out, limit);
+  w.Put(p, LenBounded(p, limit));
+  w.Finish();
   return style;
 }
 

@@ -18,7 +18,7 @@ INT WINAPI Tavona_ErrorHandler(const ErrorHandlerRequest *request) {
   WCHAR tmpl[2000];
   tmpl[0] = 0;
   if (request->kind == 0)
-    tv::BoundedCopy(tmpl, request->text, 2000);
+    tv::Format(tmpl, 2000, L"%.1999s", request->text ? request->text : L"");  // cut, as messages are
   else if (request->kind <= 6)
     tv::LoadTranslatedString(tv::g.resources, kKindMessages[request->kind - 1], tmpl, 2000);
   else

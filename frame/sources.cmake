@@ -5,11 +5,13 @@ tavona_sources(
     frame/report.cpp
     frame/lts.cpp
     frame/pairtables.cpp
+    frame/misuse.cpp
   WINDOWS
     frame/dllmain.cpp
     frame/wndclasses.cpp
     frame/dialog.cpp
     frame/version.cpp
+    frame/misuse_win32.cpp
   EXPORTS
     frame/exports.def)
 

@@ -1,6 +1,7 @@
 // File versions from version resources.
 #include "frame/alloc.h"
 #include "frame/globals.h"
+#include "frame/misuse.h"
 #include "frame/platform.h"
 #include "base/wstr.h"
 
@@ -26,6 +27,11 @@ void WINAPI Tavona_GetResourceFileVersion(HMODULE module, INT unused, WCHAR *out
   if (!VerQueryValueW(info.get(), L"\\", reinterpret_cast<void **>(&fixed), &length)) return;
   if (length != sizeof(VS_FIXEDFILEINFO) || !fixed) return;
   const WCHAR *fmt = tv::IsBlank(format) ? L"%d.%d.%d.%d" : format;
+  // The four numbers are all there is to print.
+  if (!tv::FormatTakesIntegers(fmt, 4)) {
+    tv::ReportMisuse("Tavona_GetResourceFileVersion", "format asks for more than four integers");
+    return;
+  }
   int written = tv::Format(out, outSize, fmt, static_cast<int>(HIWORD(fixed->dwFileVersionMS)),
                            static_cast<int>(LOWORD(fixed->dwFileVersionMS)),
                            static_cast<int>(HIWORD(fixed->dwFileVersionLS)),

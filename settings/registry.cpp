@@ -11,6 +11,7 @@
 #include "frame/alloc.h"
 #include "frame/globals.h"
 #include "frame/handles.h"
+#include "frame/misuse.h"
 #include "settings/regread.h"
 #include "base/wstr.h"
 
@@ -32,6 +33,12 @@ bool UsesRegistry(HKEY root, const WCHAR *key) { return root && Given(key); }
 
 bool UsesProfile(const WCHAR *profile, const WCHAR *section, const WCHAR *value) {
   return Given(profile) && Given(section) && value;
+}
+
+// A file name the platform cannot take addresses no profile: reads keep the
+// default, writes fail.
+bool ProfileUsable(const WCHAR *profile) {
+  return tv::ProfileNameFits(profile, "settings (profile file)");
 }
 
 // "<key>\<section>". False for a path of 1000 characters or more: the
@@ -123,7 +130,7 @@ int ReadSettingString(HKEY root, const WCHAR *key, const WCHAR *profile, const W
     if (out != defaultText) BoundedCopy(out, defaultText ? defaultText : kEmpty, size);
     return 0;
   }
-  if (UsesProfile(profile, section, value)) {
+  if (UsesProfile(profile, section, value) && ProfileUsable(profile)) {
     // out may be the default's own buffer.
     HeapPtr<WCHAR> def(DuplicateWideString(defaultText ? defaultText : kEmpty));
     if (!def) return 0;
@@ -155,7 +162,7 @@ LONG WriteSettingString(HKEY root, const WCHAR *key, const WCHAR *profile, const
     return RegCloseKey(k.release());
   }
   if (UsesProfile(profile, section, value))
-    return WritePrivateProfileStringW(section, value, text, profile);
+    return ProfileUsable(profile) ? WritePrivateProfileStringW(section, value, text, profile) : 0;
   return 0;
 }
 
@@ -352,7 +359,7 @@ INT WINAPI Tavona_IsRegistryKeyAvailable(HKEY root, const WCHAR *key, const WCHA
     tv::unique_hkey k;
     return RegOpenKeyExW(root, path, 0, KEY_READ, k.put()) == ERROR_SUCCESS ? 1 : 0;
   }
-  if (Given(profile) && Given(section)) {
+  if (Given(profile) && Given(section) && ProfileUsable(profile)) {
     WCHAR names[10];
     GetPrivateProfileStringW(section, nullptr, kEmpty, names, 10, profile);
     return names[0] ? 1 : 0;
@@ -365,7 +372,7 @@ void WINAPI Tavona_DeleteRegistryKey(HKEY root, const WCHAR *key, const WCHAR *p
   if (UsesRegistry(root, key)) {
     WCHAR path[kFullKeySize];
     if (FullKey(key, section, path)) RegDeleteKeyW(root, path);
-  } else if (Given(profile) && Given(section)) {
+  } else if (Given(profile) && Given(section) && ProfileUsable(profile)) {
     WritePrivateProfileStringW(section, nullptr, nullptr, profile);
   }
 }

@@ -6,6 +6,7 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <set>
 #include <sstream>
 #include <string>
@@ -231,6 +232,53 @@ TEST_F(Boxes, FindWithTrailingBlanksIgnored) {
               4);
     EXPECT_EQ(Tavona_FindBoxEntry(b, std::wstring(500, 'z').c_str(), 0, TAVONA_FIND_TRIMMED), -1);
   }
+}
+
+// A start index outside the box searches the whole box, as -1 does; the
+// controls themselves read far outside their entries for starts below -1.
+TEST_F(Boxes, FindFromAnyStart) {
+  const Kind ownerDraw = {L"LISTBOX", LBS_OWNERDRAWFIXED | LBS_HASSTRINGS, true};
+  for (const Kind &k : {kList, kCombo, ownerDraw}) {
+    HWND b = Make(k);
+    Tavona_FillBox(b, ';', L"one;two;three");
+    for (INT start : {-2, -3, INT_MIN, 3, 4, INT_MAX})
+      EXPECT_EQ(Tavona_FindBoxEntry(b, L"two", start, 0), 1) << Narrow(k.cls) << " start " << start;
+  }
+}
+
+// Owner-drawn boxes without strings keep item data where the text would
+// be; reading one gives the empty text, never the data's bytes.
+TEST_F(Boxes, EntriesOfBoxesWithoutStrings) {
+  const Kind kinds[] = {{L"LISTBOX", LBS_OWNERDRAWFIXED, true},
+                        {L"COMBOBOX", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED, false}};
+  for (const Kind &k : kinds) {
+    HWND b = Make(k);
+    Tavona_AddBoxEntry(b, L"", 0x0041004100410041, -1, 0);
+    for (int size = 1; size <= 16; ++size) {
+      GuardedBuffer<WCHAR> out(size);
+      EXPECT_EQ(Tavona_GetBoxEntry(b, 0, out.data(), size), -1) << Narrow(k.cls) << " " << size;
+      EXPECT_EQ(out.Text(), L"") << Narrow(k.cls) << " " << size;
+      EXPECT_TRUE(out.Intact()) << Narrow(k.cls) << " " << size;
+    }
+  }
+}
+
+// A box of another class (here a superclassed combo box) is emptied with
+// the combo-box message before a fill.
+TEST_F(Boxes, FillersEmptyOtherClasses) {
+  WNDCLASSW wc = {};
+  ASSERT_TRUE(GetClassInfoW(nullptr, L"COMBOBOX", &wc));
+  wc.hInstance = GetModuleHandleW(nullptr);
+  wc.lpszClassName = L"SuperCombo";
+  RegisterClassW(&wc);
+  const Kind super = {L"SuperCombo", CBS_DROPDOWNLIST, false};
+  HWND b = Make(super);
+  ASSERT_EQ(Tavona_GetBoxType(b), TAVONA_BOX_OTHER);
+  Tavona_FillBoxExtended(b, ';', L"a;b;c", 0);
+  Tavona_FillBoxExtended(b, ';', L"x;y", 0);
+  EXPECT_EQ(Dump(b), L"x=0,y=0");
+  Tavona_FillLanguagesBox(b);
+  EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"x"), -1);
 }
 
 TEST_F(Boxes, FillExtendedFlags) {

@@ -147,6 +147,17 @@ TEST_F(FilesIo, LoadIntoBuffer) {
   EXPECT_TRUE(reports.empty());
 }
 
+// A name too long for the message keeps the message's head and its stop
+// icon; the text is cut where the buffer ends.
+TEST_F(FilesIo, LongMissingNameIsReportedCut) {
+  std::wstring name = Path(L"") + std::wstring(1111 - Path(L"").size(), 'm');
+  char buf[4];
+  EXPECT_EQ(Tavona_LoadFileToBuffer(name.c_str(), buf, 4, 0), -1);
+  ASSERT_EQ(reports.size(), 1u);
+  EXPECT_EQ(reports[0].rfind(L"The file \"" + Path(L""), 0), 0u) << Narrow(reports[0].substr(0, 40));
+  EXPECT_EQ(reports[0].size(), 1020u);  // 1023 less the prefix and its space
+}
+
 TEST_F(FilesIo, LoadIntoMemoryAndSaveBack) {
   std::wstring five = Make(L"five.bin", "abcde"), back = Path(L"back.bin");
   HGLOBAL h = Tavona_LoadFileToMemory(five.c_str(), 0);

@@ -3,6 +3,7 @@
 #include <tavona/files.h>
 
 #include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -19,24 +20,7 @@ constexpr WCHAR kFill = '#';
 std::string N(const WCHAR *s) { return s ? "'" + Narrow(s) + "'" : "null"; }
 std::string N(const WStr &s) { return N(s.c_str()); }
 
-// A buffer of size units prefilled with kFill and starting with init, plus
-// guard units after it.
-struct Buf {
-  std::vector<WCHAR> units;
-  int size;
-  Buf(const WCHAR *init, int size) : units(size + 8, kFill), size(size) {
-    for (int i = 0; init && init[i] && i < size - 1; ++i) units[i] = init[i];
-    if (size > 0) units[init ? std::min<int>(Len(init), size - 1) : 0] = 0;
-  }
-  static int Len(const WCHAR *s) { return static_cast<int>(WStr(s).size()); }
-  WCHAR *data() { return units.data(); }
-  WStr Text() const { return WStr(units.data()); }
-  bool Guarded() const {
-    for (size_t i = size; i < units.size(); ++i)
-      if (units[i] != kFill) return false;
-    return true;
-  }
-};
+using Buf = GuardedBuffer<WCHAR>;
 
 WStr Repeat(char c, int n) { return WStr(n, static_cast<WCHAR>(c)); }
 
@@ -83,19 +67,19 @@ TEST(FilePaths, Assemble) {
       {TEXT("C:\\dir"), TEXT("file"), TEXT("txt"), 16, 0, TEXT("C:\\dir\\file.txt")},
   };
   for (const Row &r : rows) {
-    Buf b(TEXT("old"), r.size);
+    Buf b(r.size, TEXT("old"));
     int rc = Tavona_Assemble_FileName(b.data(), r.path, r.name, r.ext, r.size);
     WStr expect = r.expect == TEXT("<untouched>") ? WStr(TEXT("old")) : r.expect;
     std::string row = N(r.path) + " + " + N(r.name) + " + " + N(r.ext) + " size " +
                       std::to_string(r.size);
     EXPECT_EQ(rc, r.rc) << row;
     EXPECT_EQ(b.Text(), expect) << row << ": got " << N(b.Text()) << ", expected " << N(expect);
-    EXPECT_TRUE(b.Guarded()) << row;
+    EXPECT_TRUE(b.Intact()) << row;
   }
 }
 
 TEST(FilePaths, AssembleIntoTheNamesOwnBuffer) {
-  Buf b(TEXT("report"), 50);
+  Buf b(50, TEXT("report"));
   EXPECT_EQ(Tavona_Assemble_FileName(b.data(), TEXT("D:\\out"), b.data(), TEXT("csv"), 50), 0);
   EXPECT_EQ(b.Text(), WStr(TEXT("D:\\out\\report.csv"))) << N(b.Text());
 }
@@ -123,9 +107,13 @@ TEST(FilePaths, AddPath) {
       {TEXT("a.txt"), 100, TEXT(""), 0, 0, TEXT("\\a.txt")},
       {TEXT("a.txt"), 100, longBase.c_str(), 0, -1, TEXT("a.txt")},
       {TEXT("a.txt"), 100, nullptr, 0, -1, TEXT("a.txt")},
+      // Sizes below 1 leave the name as it is, absolute or not.
+      {TEXT("C:\\old\\a.txt"), -1, TEXT("D:\\new"), 0, -1, TEXT("C:\\old\\a.txt")},
+      {TEXT("C:\\old\\a.txt"), INT_MIN, TEXT("D:\\new"), 0, -1, TEXT("C:\\old\\a.txt")},
+      {TEXT("a.txt"), 0, TEXT("D:\\new"), 0, -1, TEXT("a.txt")},
   };
   for (const Row &r : rows) {
-    Buf b(r.name, r.size);
+    Buf b(r.size > 0 ? r.size : 100, r.name);
     int rc = Tavona_AddPath(b.data(), r.size, r.base, r.flags, nullptr);
     std::string row = N(r.name) + " on " + N(r.base) + " flags " + std::to_string(r.flags);
     if (r.rc == 99)
@@ -133,7 +121,7 @@ TEST(FilePaths, AddPath) {
     else
       EXPECT_EQ(rc, r.rc) << row;
     EXPECT_EQ(b.Text(), r.expect) << row << ": got " << N(b.Text()) << ", expected " << N(r.expect);
-    EXPECT_TRUE(b.Guarded()) << row;
+    EXPECT_TRUE(b.Intact()) << row;
   }
 }
 
@@ -154,10 +142,10 @@ TEST(FilePaths, Extensions) {
       {TEXT("a.12345"), 5, TEXT("")},  // does not fit: emptied
   };
   for (const Row &r : rows) {
-    Buf b(TEXT("old"), r.size);
+    Buf b(r.size, TEXT("old"));
     Tavona_GetExtension(r.name, b.data(), r.size);
     EXPECT_EQ(b.Text(), r.expect) << N(r.name) << " size " << r.size << ": got " << N(b.Text());
-    EXPECT_TRUE(b.Guarded()) << N(r.name);
+    EXPECT_TRUE(b.Intact()) << N(r.name);
   }
   Tavona_GetExtension(TEXT("a.b"), nullptr, 10);  // nothing to write to
 
@@ -207,7 +195,7 @@ TEST(FilePaths, InPlaceStrips) {
   };
   const char *names[] = {"StripExtension", "StripFileName", "StripPath", "StripTrailingSlashes"};
   for (const Row &r : rows) {
-    Buf b(r.in, 40);
+    Buf b(40, r.in);
     int result = 0;
     switch (r.op) {
       case kExt: {
@@ -243,7 +231,7 @@ TEST(FilePaths, Wildcard) {
       {long256.c_str(), 300, -1, long256},
   };
   for (const Row &r : rows) {
-    Buf b(r.name, r.size);
+    Buf b(r.size, r.name);
     EXPECT_EQ(Tavona_ConvertFilenameToWildcard(b.data(), r.size), r.rc) << N(r.name);
     EXPECT_EQ(b.Text(), r.expect) << N(r.name) << ": got " << N(b.Text());
   }
@@ -254,15 +242,14 @@ TEST(FilePaths, ProfileName) {
   WStr module = ModuleName();
   WStr bare = module.substr(module.find_last_of(TEXT("\\/")) + 1);
   bare = bare.substr(0, bare.find_last_of('.'));
-  Buf b(nullptr, 100);
+  Buf b(100, TEXT(""));
   EXPECT_EQ(Tavona_GetProfileName(nullptr, b.data(), 100), 0);
   EXPECT_EQ(b.Text(), bare + TEXT(".ini")) << N(b.Text());
   EXPECT_EQ(Tavona_GetProfileName(nullptr, nullptr, 10), -1);
 }
 
 #ifdef TAVONA_HOST_TEST
-// The full module name is fetched into the destination itself, so a small
-// destination cuts it before the directory is dropped.
+// The folder is dropped before the size of the destination counts.
 TEST(FilePaths, ProfileNameMargins) {
   struct Row {
     const WCHAR *module;
@@ -272,30 +259,32 @@ TEST(FilePaths, ProfileNameMargins) {
       {TEXT("Sales.exe"), 11, 0, TEXT("Sales.ini")},
       {TEXT("Sales.exe"), 10, 10, TEXT("Sales")},  // one character more than needed
       {TEXT("C:\\Apps\\Sales.exe"), 100, 0, TEXT("Sales.ini")},
-      {TEXT("C:\\Apps\\Sales.exe"), 11, 0, TEXT("Sa.ini")},
+      {TEXT("C:\\Apps\\Sales.exe"), 11, 0, TEXT("Sales.ini")},
+      {TEXT("C:\\Apps\\Sales.exe"), 10, 10, TEXT("Sales")},
+      {TEXT("C:\\Apps\\Sales.exe"), 5, 10, TEXT("")},
       {TEXT("C:\\Apps.v2\\Sales"), 100, 0, TEXT("Sales.ini")},
       {TEXT("Sales.tar.exe"), 100, 0, TEXT("Sales.tar.ini")},
   };
   for (const Row &r : rows) {
     tv::plat::host::SetModuleFileName(r.module);
-    Buf b(nullptr, r.size);
+    Buf b(r.size, TEXT(""));
     EXPECT_EQ(Tavona_GetProfileName(nullptr, b.data(), r.size), r.rc) << N(r.module) << " " << r.size;
     EXPECT_EQ(b.Text(), r.expect) << N(r.module) << " " << r.size << ": got " << N(b.Text());
-    EXPECT_TRUE(b.Guarded());
+    EXPECT_TRUE(b.Intact());
   }
   tv::plat::host::SetModuleFileName(nullptr);
 }
 #endif
 
 TEST(FilePaths, DisplayAndForms) {
-  Buf b(TEXT("old"), 8);
+  Buf b(8, TEXT("old"));
   Tavona_GetFileNameDisplay(b.data(), 8, TEXT("a\\b.txt"), 3, 0);
   EXPECT_EQ(b.Text(), WStr(TEXT("a\\b.txt")));
   Tavona_GetFileNameDisplay(b.data(), 8, TEXT("a\\bc.txt"), 3, 0);
   EXPECT_EQ(b.Text(), WStr(TEXT(""))) << "too long: emptied, not cut";
   Tavona_GetFileNameDisplay(b.data(), 8, nullptr, 0, 0);
   EXPECT_EQ(b.Text(), WStr(TEXT("")));
-  EXPECT_TRUE(b.Guarded());
+  EXPECT_TRUE(b.Intact());
   Tavona_GetFileNameDisplay(nullptr, 8, TEXT("x"), 0, 0);
 
   struct Row {

@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "testutil.h"
+
 namespace {
 
 std::wstring ModulePath(HMODULE m) {
@@ -55,6 +57,27 @@ TEST(Frame, VersionFromResource) {
   custom[0] = L'x';
   Tavona_GetResourceFileVersion(Tavona_GetResourceModule(), 0, custom, 32, nullptr);
   EXPECT_EQ(custom[0], 0);
+}
+
+// A caller's format may only ask for the four numbers the routine gives:
+// anything that would read another argument yields the empty text.
+TEST(Frame, VersionFormatsReadOnlyTheFourNumbers) {
+  struct Row {
+    const wchar_t *format;
+    bool accepted;
+  } rows[] = {
+      {L"%d.%d.%d.%d", true},   {L"%u-%x-%X-%o", true}, {L"%05d%%%-3i|%.2d", true},
+      {L"%ld %hd %c", true},    {L"%s", false},         {L"%hs", false},
+      {L"%S", false},           {L"%d.%d.%d.%d.%d", false}, {L"%*d", false},
+      {L"%.*d", false},         {L"%n", false},         {L"%p", false},
+      {L"%f", false},           {L"%lld", false},       {L"%I64d", false},
+      {L"%q", false},           {L"%", false},
+  };
+  for (const Row &r : rows) {
+    wchar_t out[64] = L"junk";
+    Tavona_GetResourceFileVersion(Tavona_GetInstance(), 0, out, 64, r.format);
+    EXPECT_EQ(out[0] != 0, r.accepted) << Narrow(r.format) << ": " << Narrow(out);
+  }
 }
 
 TEST(Frame, GlobalWindowClasses) {

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdio>
 #include <fstream>
 #include <iterator>
@@ -94,13 +95,46 @@ TEST_F(ReportFixture, ComposeEdgeCases) {
   out[0] = 'x';
   EXPECT_EQ(tv::ComposeMessageText(nullptr, u"M", kMsg, args, out, 0), UINT(MB_TASKMODAL));
   EXPECT_EQ(out[0], 'x');
-  // a text longer than the limit is not shortened but left out
+  // a text longer than the limit is cut there
   SetResString(kMsg, u"O 0123456789");
-  WCHAR small[8 + 2];
-  small[8] = 0x5A5A;
-  tv::ComposeMessageText(nullptr, u"M", kMsg, args, small, 8);
-  EXPECT_EQ(small[0], 0);
-  EXPECT_EQ(small[8], 0x5A5A);
+  GuardedBuffer<WCHAR> small(8);
+  tv::ComposeMessageText(nullptr, u"M", kMsg, args, small.data(), 8);
+  EXPECT_EQ(small.Text(), u"0123456");
+  EXPECT_TRUE(small.Intact());
+}
+
+// Arguments and widths of any size: the text is cut at the buffer with the
+// head of the template and its prefix intact, in time proportional to it.
+TEST_F(ReportFixture, OversizedArgumentsAndWidths) {
+  const std::u16string name(1100, 'N'), huge(300000, 'H');
+  const WCHAR *args[5] = {name.c_str(), u"B", huge.c_str(), nullptr, nullptr};
+  struct Case {
+    const char16_t *tmpl;
+    UINT style;
+    std::u16string head;
+  } cases[] = {
+      {u"!RIA Cannot copy %s to %s", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_ABORTRETRYIGNORE,
+       u"Cannot copy NNN"},
+      {u"sO The file \"%s\" cannot be opened.", MB_TASKMODAL | MB_ICONHAND | MB_OK,
+       u"The file \""},
+      {u"!O |%2147483647s|", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK, u"|   "},
+      {u"!O %-2147483647s|", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK, u"NNN"},
+      {u"!O %.99999999s%99999999999999999999s|", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK,
+       u"NNN"},
+      {u"!O %.0s%.1s%.2147483648s|%4294967297s", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK,
+       u"BHH"},
+  };
+  for (const Case &c : cases) {
+    SetResString(kMsg, c.tmpl);
+    GuardedBuffer<WCHAR> out(1000);
+    auto start = std::chrono::steady_clock::now();
+    UINT style = tv::ComposeMessageText(nullptr, u"M", kMsg, args, out.data(), 1000);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1)) << Narrow(c.tmpl);
+    EXPECT_EQ(style, c.style) << Narrow(c.tmpl);
+    EXPECT_EQ(out.Text().substr(0, c.head.size()), c.head) << Narrow(c.tmpl);
+    EXPECT_EQ(out.Text().size(), 999u) << Narrow(c.tmpl);
+    EXPECT_TRUE(out.Intact()) << Narrow(c.tmpl);
+  }
 }
 
 TEST_F(ReportFixture, TemplateFormatting) {

@@ -243,4 +243,24 @@ TEST_F(MessageBoxTest, DirectBoxes) {
                  });
 }
 
+// Widths and precisions far beyond the text buffer cost no more than the
+// buffer: the box is up at once.
+TEST_F(MessageBoxTest, HugeWidthsShowAtOnce) {
+  int result = tvui::RunModal(
+      [] {
+        ErrorHandlerRequest r = {};
+        r.text = L"Head %-2147483647s%.99999999s%2147483647s|";
+        r.args[0] = L"a";
+        r.caption = L"Widths";
+        return Tavona_ErrorHandler(&r);
+      },
+      [](tvui::Session &s) {
+        tvui::Box box = s.WaitMessageBox(L"Widths", tvui::Ms(3000));
+        EXPECT_EQ(box.text.rfind(L"Head a ", 0), 0u) << Narrow(box.text.substr(0, 20));
+        s.Answer(box, IDOK);
+      },
+      tvui::Ms(6000));
+  EXPECT_EQ(result, IDOK);
+}
+
 }  // namespace

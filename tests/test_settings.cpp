@@ -192,6 +192,25 @@ TEST_F(Settings, ProfileFileStore) {
   DeleteFileW(file);
 }
 
+// Profile file names longer than the platform takes are refused before they
+// reach it (wine's profile functions overrun their own buffers on them).
+TEST_F(Settings, OverlongProfileNamesAreRefused) {
+  for (const std::wstring &file : {std::wstring(1000, 'p'), L"C:\\" + std::wstring(1000, 'p'),
+                                   std::wstring(300, 'q') + L".ini"}) {
+    std::string what = std::to_string(file.size()) + " characters";
+    EXPECT_EQ(Tavona_WriteStringToRegistry(nullptr, nullptr, file.c_str(), L"S", L"V", L"x"), 0)
+        << what;
+    EXPECT_FALSE(Tavona_WriteCryptedProfileString(L"k", file.c_str(), L"S", L"V", L"x")) << what;
+    wchar_t buf[20] = L"junk";
+    Tavona_ReadStringFromRegistry(nullptr, nullptr, file.c_str(), L"S", L"V", L"def", buf, 20);
+    EXPECT_STREQ(buf, L"def") << what;
+    Tavona_ReadCryptedProfileString(L"k", file.c_str(), L"S", L"V", L"plain", buf, 20);
+    EXPECT_STREQ(buf, L"plain") << what;
+    EXPECT_EQ(Tavona_IsRegistryKeyAvailable(nullptr, nullptr, file.c_str(), L"S"), 0) << what;
+    Tavona_DeleteRegistryKey(nullptr, nullptr, file.c_str(), L"S");
+  }
+}
+
 TEST_F(Settings, KeyLevelOperations) {
   HKEY cu = HKEY_CURRENT_USER;
   wchar_t buf[100] = L"junk";

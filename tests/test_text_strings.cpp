@@ -4,6 +4,7 @@
 #include <tavona/text.h>
 
 #include <algorithm>
+#include <climits>
 #include <random>
 #include <string>
 #include <vector>
@@ -173,6 +174,9 @@ TEST(TextStrings, ScanString) {
               {TEXT("abcd"), ',', 4, TEXT("abc"), false, TEXT("")},
               {TEXT("\"abcdef\";g"), ';', 4, TEXT("abc"), false, TEXT("g")},
               {TEXT("abc"), ',', 0, nullptr, false, TEXT("")},
+              {TEXT("bcdef,x"), ',', INT_MIN, nullptr, false, TEXT("x")},
+              {TEXT("\"bcdef"), ',', INT_MIN, nullptr, false, TEXT("")},
+              {TEXT("\"bc;def"), ';', -1, nullptr, false, TEXT("")},
               {TEXT("a"), 0, 5, TEXT("a"), true, TEXT("")}};
   for (const Row &r : rows) {
     Buffer out(nullptr, r.outSize);

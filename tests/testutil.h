@@ -3,7 +3,9 @@
 
 #include <tavona/tvbase.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 // A wide text of either build (wchar_t on Windows, char16_t on the host).
 using WStr = std::basic_string<WCHAR>;
@@ -35,6 +37,52 @@ std::string Narrow(const std::basic_string<Ch> &s) {
 // Lines written to the debugger output so far.
 inline int DebugLines() { return tv::plat::host::DebugOutputCount(); }
 #endif
+// A buffer of size units (none when size < 1) followed by guard units, for
+// checking that a routine keeps to the size it was given. The units start
+// as kFill, or as init (cut to size - 1 and terminated) when one is given.
+template <typename Ch>
+class GuardedBuffer {
+ public:
+  static constexpr Ch kFill = static_cast<Ch>(0xBEEF);
+  static constexpr int kGuards = 16;
+
+  explicit GuardedBuffer(int size, const Ch *init = nullptr)
+      : size_(size > 0 ? size : 0), units_(static_cast<size_t>(size_) + kGuards, kFill) {
+    if (init && size_ > 0) {
+      int n = 0;
+      for (; init[n] && n < size_ - 1; ++n) units_[n] = init[n];
+      units_[n] = 0;
+    }
+    before_.assign(units_.begin(), units_.begin() + size_);
+  }
+  Ch *data() { return units_.data(); }
+  int size() const { return size_; }
+  // Nothing was written past the size.
+  bool Intact() const {
+    for (size_t i = size_; i < units_.size(); ++i)
+      if (units_[i] != kFill) return false;
+    return true;
+  }
+  // Something within the size differs from how the buffer started.
+  bool Touched() const { return !std::equal(before_.begin(), before_.end(), units_.begin()); }
+  // A zero lies within the size.
+  bool Terminated() const {
+    for (int i = 0; i < size_; ++i)
+      if (!units_[i]) return true;
+    return false;
+  }
+  // The text up to the first zero within the size (all of it without one).
+  std::basic_string<Ch> Text() const {
+    int n = 0;
+    while (n < size_ && units_[n]) ++n;
+    return std::basic_string<Ch>(units_.data(), n);
+  }
+
+ private:
+  int size_;
+  std::vector<Ch> units_;
+  std::vector<Ch> before_;
+};
 
 #ifdef _WIN32
 #include <windows.h>

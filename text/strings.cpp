@@ -161,10 +161,13 @@ INT WINAPI Tavona_ScanString(const WCHAR **cursor, WCHAR *out, INT outSize, WCHA
   }
   if (!out) outSize = 0;
   const WCHAR *p = *cursor;
-  int counter = outSize;
+  // The counter stops at 0, so a negative size (or a field longer than
+  // INT_MAX) never wraps it round into storing.
+  int counter = outSize > 0 ? outSize : 0;
   int stored = 0;
   auto take = [&] {
-    if (counter-- > 1) out[stored++] = *p;
+    if (counter > 1) out[stored++] = *p;
+    if (counter > 0) --counter;
     ++p;
   };
   if (*p == '"') {

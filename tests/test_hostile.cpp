@@ -1,0 +1,368 @@
+// Every export against the arguments of careless callers: sizes from INT_MIN
+// to far more than needed, null pointers, invalid handles and texts of
+// 300,000 characters. Each routine must not crash, must not write past the
+// size given, must leave a terminated text wherever it writes one and must
+// answer within a second.
+//
+// A family is one table of rows; a row names the routine and calls it with
+// an input text, an output buffer and a size (captures are allowed). Add a
+// family as a TEST that builds its rows and hands them to ExpectHolds.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <climits>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+
+namespace {
+
+using Buffer = GuardedBuffer<WCHAR>;
+using Call = std::function<void(const WCHAR *input, WCHAR *out, INT size)>;
+
+enum Quirk : unsigned {
+  kNone = 0,
+  kMayStayUnterminated = 1,  // deliberately leaves a field cut to the size unterminated
+};
+
+struct Row {
+  const char *name;
+  Call call;
+  unsigned quirks = kNone;
+};
+
+constexpr INT kHuge = 1 << 19;  // a real buffer larger than the longest input
+constexpr auto kSecond = std::chrono::seconds(1);
+
+// What is being called, for the crash report of the filter below.
+char g_current[200] = "";
+
+LONG WINAPI ReportCrash(EXCEPTION_POINTERS *e) {
+  std::fprintf(stderr, "\ncrash 0x%08lX in %s\n", e->ExceptionRecord->ExceptionCode, g_current);
+  std::fflush(stderr);
+  return EXCEPTION_CONTINUE_SEARCH;
+}
+
+// Inputs every row is given: none, empty, short, a typical mix of the
+// characters that routines look at, and a long text.
+const std::vector<std::wstring> &Texts() {
+  static const std::vector<std::wstring> texts = [] {
+    std::wstring mixed = L"C:\\dir.v2\\na me.txt;\"quoted;field\"\t12345=%s%d%2147483647s\\n ";
+    std::wstring huge;
+    while (huge.size() < 300000) huge += mixed;
+    huge.resize(300000);
+    return std::vector<std::wstring>{L"", L"a", mixed, huge};
+  }();
+  return texts;
+}
+
+std::string Describe(const char *name, const WCHAR *input, INT size) {
+  std::string in = input ? std::to_string(std::wstring(input).size()) + " characters" : "null";
+  return std::string(name) + " input " + in + " size " + std::to_string(size);
+}
+
+// One call into a fresh guarded buffer: nothing past the size, terminated
+// if written, in time.
+void Check(const Row &row, const WCHAR *input, INT size) {
+  std::string what = Describe(row.name, input, size);
+  std::snprintf(g_current, sizeof g_current, "%s", what.c_str());
+  Buffer b(size, L"");
+  auto start = std::chrono::steady_clock::now();
+  row.call(input, b.data(), size);
+  auto took = std::chrono::steady_clock::now() - start;
+  EXPECT_TRUE(b.Intact()) << what << ": written past the size";
+  if (b.Touched() && !(row.quirks & kMayStayUnterminated)) {
+    EXPECT_TRUE(b.Terminated()) << what << ": left unterminated";
+  }
+  EXPECT_LT(took, kSecond) << what << ": took "
+                           << std::chrono::duration_cast<std::chrono::milliseconds>(took).count()
+                           << " ms";
+}
+
+// The size the result for input needs, terminator included.
+INT ExactSize(const Row &row, const WCHAR *input, INT huge) {
+  Buffer b(huge, L"");
+  row.call(input, b.data(), huge);
+  return static_cast<INT>(b.Text().size()) + 1;
+}
+
+std::vector<const WCHAR *> AllInputs() {
+  std::vector<const WCHAR *> inputs = {nullptr};
+  for (const std::wstring &t : Texts()) inputs.push_back(t.c_str());
+  return inputs;
+}
+
+// huge: the largest real buffer tried; families with short results may
+// pass less to stay quick.
+void ExpectHolds(const std::vector<Row> &rows,
+                 const std::vector<const WCHAR *> &inputs = AllInputs(), INT huge = kHuge) {
+  for (const Row &row : rows) {
+    for (const WCHAR *input : inputs) {
+      INT exact = ExactSize(row, input, huge);
+      for (INT size : {INT_MIN, -1, 0, 1, exact - 1, exact, huge}) Check(row, input, size);
+      std::snprintf(g_current, sizeof g_current, "%s", Describe(row.name, input, -2).c_str());
+      for (INT size : {INT_MIN, 0, exact, huge}) row.call(input, nullptr, size);  // null buffer
+    }
+  }
+  g_current[0] = 0;
+}
+
+// Routines that work in the caller's buffer take the input there first.
+void Seed(WCHAR *out, INT size, const WCHAR *input) {
+  if (!out || size < 1) return;
+  INT n = 0;
+  for (; input && input[n] && n < size - 1; ++n) out[n] = input[n];
+  out[n] = 0;
+}
+
+class Hostile : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { SetUnhandledExceptionFilter(ReportCrash); }
+};
+
+TEST_F(Hostile, Strings) {
+  ExpectHolds({
+      {"TavonaCopyString", [](auto in, auto out, INT n) { TavonaCopyString(out, in, n); }},
+      {"TavonaAppendString",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, L"ab");
+         TavonaAppendString(out, in, n);
+       }},
+      {"Tavona_Replace",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, in);
+         Tavona_Replace(out, n, L"a", L"xyz", 0);
+       }},
+      {"Tavona_ScanString",
+       [](auto in, auto out, INT n) {
+         const WCHAR *cursor = in;
+         while (Tavona_ScanString(&cursor, out, n, ';') > 0 || (cursor && *cursor)) {
+         }
+       },
+       kMayStayUnterminated},
+      {"Tavona_ExtractFirstDigitString",
+       [](auto in, auto out, INT n) { Tavona_ExtractFirstDigitString(in, 1, L"", L"", out, n); }},
+      {"Tavona_EncodeString",
+       [](auto in, auto out, INT n) { Tavona_EncodeString(in, out, n, 0xFFFF); }},
+      {"Tavona_EscapeToBinary", [](auto in, auto out, INT n) { Tavona_EscapeToBinary(in, out, n); }},
+      {"Tavona_LongToRoman",
+       [](auto in, auto out, INT n) { Tavona_LongToRoman(in ? 3888 : INT_MIN, out, n); }},
+      {"Tavona_StringToAutoCrypt",
+       [](auto in, auto out, INT n) { Tavona_StringToAutoCrypt(in, out, n, L"key"); }},
+      {"Tavona_AutoCryptToString",
+       [](auto in, auto out, INT n) { Tavona_AutoCryptToString(in, out, n, L"key"); }},
+  });
+}
+
+TEST_F(Hostile, ListsAndDescriptors) {
+  ExpectHolds({
+      {"Tavona_ScanTextFromLanguageList",
+       [](auto in, auto out, INT n) { Tavona_ScanTextFromLanguageList(in, 7, out, n); }},
+      {"Tavona_ReplaceTextInLanguageList",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, L"eins\x000B" L"7\x000B" L"two\x000B" L"9");
+         Tavona_ReplaceTextInLanguageList(out, static_cast<UINT>(n), in, 7);
+       }},
+      {"DescriptorAddStringItem",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, L"a=1");
+         DescriptorAddStringItem(out, static_cast<UINT>(n), L"name", in);
+       }},
+      {"DescriptorAddLongItem",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, in);
+         DescriptorAddLongItem(out, static_cast<UINT>(n), L"name", INT_MIN);
+       }},
+      {"DescriptorGetStringItem",
+       [](auto in, auto out, INT n) { DescriptorGetStringItem(in, L"dir.v2\\na me.txt;\"quoted;field\"\t12345", L"d", out, n); }},
+  });
+}
+
+TEST_F(Hostile, NumbersAndDates) {
+  static const DateTimeStruct when = {29, 2, 2024, 23, 59, 58};
+  ExpectHolds({
+      {"Int_To_FormattedInt", [](auto in, auto out, INT n) { Int_To_FormattedInt(INT_MIN, out, n, in); }},
+      {"Float_To_FormattedFloat",
+       [](auto in, auto out, INT n) { Float_To_FormattedFloat(-1.5e300, out, n, in); }},
+      {"DateTimeStruct_To_FormattedDate",
+       [](auto in, auto out, INT n) { DateTimeStruct_To_FormattedDate(&when, out, n, in); }},
+      {"DateTimeStruct_To_FormattedTime",
+       [](auto in, auto out, INT n) { DateTimeStruct_To_FormattedTime(&when, out, n, in); }},
+      {"DateTimeStruct_To_OdbcTimeStamp",
+       [](auto in, auto out, INT n) { DateTimeStruct_To_OdbcTimeStamp(in ? &when : nullptr, out, n); }},
+  });
+}
+
+TEST_F(Hostile, FileNames) {
+  ExpectHolds({
+      {"Tavona_Assemble_FileName",
+       [](auto in, auto out, INT n) { Tavona_Assemble_FileName(out, in, L"name", L"ext", n); }},
+      {"Tavona_AddPath",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, in);
+         Tavona_AddPath(out, n, L"D:\\base", 0, nullptr);
+       }},
+      {"Tavona_AddPath [MODULEPATH]",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, in);
+         Tavona_AddPath(out, n, L"[modulepath]", 0, nullptr);
+       }},
+      {"Tavona_ConvertFilenameToWildcard",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, in);
+         Tavona_ConvertFilenameToWildcard(out, n);
+       }},
+      {"Tavona_GetExtension", [](auto in, auto out, INT n) { Tavona_GetExtension(in, out, n); }},
+      {"Tavona_GetProfileName",
+       [](auto, auto out, INT n) { Tavona_GetProfileName(nullptr, out, n); }},
+      {"Tavona_GetFileNameDisplay",
+       [](auto in, auto out, INT n) { Tavona_GetFileNameDisplay(out, n, in, 40, 0); }},
+  });
+}
+
+TEST_F(Hostile, FrameAndSettings) {
+  static const TAVONA_TEXT_PAIR pairs[] = {{1, L"one"}, {0, nullptr}};
+  ExpectHolds({
+      {"Tavona_GetVersion", [](auto, auto out, INT n) { Tavona_GetVersion(out, n); }},
+      {"Tavona_GetResourceFileVersion",
+       [](auto in, auto out, INT n) {
+         Tavona_GetResourceFileVersion(GetModuleHandleW(L"tavona32.dll"), 0, out, n, in);
+       }},
+      {"Tavona_GetLtsModuleName",
+       [](auto, auto out, INT n) { Tavona_GetLtsModuleName(out, static_cast<UINT>(n)); }},
+      {"Tavona_Translate_LongToString",
+       [](auto in, auto out, INT n) {
+         Tavona_Translate_LongToString(2, out, static_cast<UINT>(n), pairs, in);
+       }},
+      {"Tavona_ReadStringFromRegistry (profile)",
+       [](auto in, auto out, INT n) {
+         Tavona_ReadStringFromRegistry(nullptr, nullptr, in, L"S", L"V", L"default", out, n);
+       }},
+      {"Tavona_ReadStringFromRegistry (key)",
+       [](auto in, auto out, INT n) {
+         Tavona_ReadStringFromRegistry(HKEY_CURRENT_USER, in, nullptr, in, in, in, out, n);
+       }},
+      {"Tavona_ReadRegistryItems",
+       [](auto in, auto out, INT n) { Tavona_ReadRegistryItems(HKEY_CURRENT_USER, in, out, n, ';'); }},
+      {"Tavona_ReadCryptedProfileString",
+       [](auto in, auto out, INT n) {
+         Tavona_ReadCryptedProfileString(L"k", in, L"S", L"V", in, out, n);
+       }},
+      // Writers have no buffer: once per input, as the file name too when
+      // no file can come of it.
+      {"profile writers",
+       [](auto in, auto, INT n) {
+         if (n != 1 || (in && wcslen(in) < 1000)) return;
+         Tavona_WriteStringToRegistry(nullptr, nullptr, in, L"S", L"V", in);
+         Tavona_WriteCryptedProfileString(L"k", in, L"S", L"V", in);
+         Tavona_DeleteRegistryKey(nullptr, nullptr, in, L"S");
+         Tavona_IsRegistryKeyAvailable(nullptr, nullptr, in, L"S");
+       }},
+  });
+}
+
+// Message templates of this program's string table (test_hostile.rc) with
+// arguments of every length, through the application's callback.
+std::wstring g_message;
+INT WINAPI KeepMessage(const WCHAR *text) {
+  g_message = text ? text : L"<null>";
+  return 1;
+}
+
+TEST_F(Hostile, MessageTemplates) {
+  Tavona_SetErrorHandlerCallback(KeepMessage);
+  for (UINT id = 100; id <= 103; ++id) {
+    for (const std::wstring &arg : Texts()) {
+      MessageBoxRequest r = {};
+      r.module = GetModuleHandleW(nullptr);
+      r.messageId = id;
+      r.args[0] = arg.c_str();
+      r.args[1] = L"B";
+      std::string what = "template " + std::to_string(id) + " argument of " +
+                         std::to_string(arg.size()) + " characters";
+      std::snprintf(g_current, sizeof g_current, "%s", what.c_str());
+      auto start = std::chrono::steady_clock::now();
+      EXPECT_EQ(Tavona_Message_Box(&r), 1) << what;
+      EXPECT_LT(std::chrono::steady_clock::now() - start, kSecond) << what;
+      EXPECT_LT(g_message.size(), 1024u) << what;
+      // The head of a template always shows, whatever the arguments.
+      if (id == 101) {
+        EXPECT_EQ(g_message.rfind(L"Cannot copy ", 0), 0u) << what;
+      }
+    }
+  }
+  Tavona_SetErrorHandlerCallback(nullptr);
+}
+
+// Boxes of every kind, a window of another class, a destroyed window and
+// null, named by indices from INT_MIN to INT_MAX.
+TEST_F(Hostile, Boxes) {
+  INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
+  InitCommonControlsEx(&icc);
+  HWND parent = CreateWindowW(L"STATIC", L"hostile", WS_OVERLAPPEDWINDOW, 0, 0, 300, 300,
+                              nullptr, nullptr, nullptr, nullptr);
+  struct Kind {
+    const wchar_t *cls;
+    DWORD style;
+  } kinds[] = {
+      {L"LISTBOX", LBS_NOTIFY},
+      {L"LISTBOX", LBS_MULTIPLESEL},
+      {L"LISTBOX", LBS_OWNERDRAWFIXED},
+      {L"LISTBOX", LBS_OWNERDRAWVARIABLE | LBS_HASSTRINGS},
+      {L"COMBOBOX", CBS_DROPDOWNLIST},
+      {L"COMBOBOX", CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED},
+      {L"COMBOBOX", CBS_DROPDOWN | CBS_OWNERDRAWVARIABLE | CBS_HASSTRINGS},
+      {WC_LISTVIEWW, LVS_REPORT},
+      {L"EDIT", 0},
+  };
+  std::vector<HWND> boxes;
+  for (const Kind &k : kinds) {
+    HWND b = CreateWindowW(k.cls, L"", WS_CHILD | WS_VISIBLE | k.style, 0, 0, 200, 200, parent,
+                           nullptr, nullptr, nullptr);
+    Tavona_FillBoxExtended(b, ';', L"alpha;Beta;gamma  ;;delta", 0);
+    boxes.push_back(b);
+  }
+  HWND gone = CreateWindowW(L"LISTBOX", L"", WS_CHILD, 0, 0, 10, 10, parent, nullptr, nullptr,
+                            nullptr);
+  DestroyWindow(gone);
+  boxes.push_back(gone);
+  boxes.push_back(nullptr);
+
+  const std::wstring longText(300000, 'b');
+  for (HWND box : boxes) {
+    wchar_t cls[64] = L"null";
+    if (box) GetClassNameW(box, cls, 64);
+    for (INT index : {INT_MIN, -2, -1, 0, 3, 4, 5, INT_MAX}) {
+      std::string where = Narrow(cls) + " index " + std::to_string(index) + ": ";
+      ExpectHolds({
+          {"Tavona_GetBoxEntry",
+           [&](auto, auto out, INT n) { Tavona_GetBoxEntry(box, index, out, n); }},
+          {"Tavona_ReadBox",
+           [&](auto, auto out, INT n) { Tavona_ReadBox(box, ';', index & 0xFF, out, n); }},
+          {"Tavona_FindBoxEntry",
+           [&](auto in, auto, INT n) { Tavona_FindBoxEntry(box, in, index, n == 1 ? 8 : 0); }},
+          {"item data, selection and moves",
+           [&](auto, auto, INT n) {
+             if (n != 1) return;
+             Tavona_SetItemData(box, index, Tavona_GetItemData(box, index));
+             Tavona_SetBoxIndex(box, index);
+             Tavona_MoveBoxEntry(box, index, 1);
+             Tavona_MoveBoxEntry(box, index, 2);
+           }},
+      }, {nullptr, L"beta", longText.c_str()}, 4096);
+      if (HasFailure()) {
+        ADD_FAILURE() << where << "see above";
+        break;
+      }
+    }
+  }
+  DestroyWindow(parent);
+}
+
+}  // namespace
