@@ -4,6 +4,7 @@
 #include "frame/handles.h"
 #include "frame/wndclasses.h"
 #include "base/wstr.h"
+#include "frame/lts.h"
 
 #include <windows.h>
 
@@ -86,11 +87,7 @@ void ProcessAttach(HINSTANCE instance) {
 }
 
 void ProcessDetach() {
-  if (g.ltsProviderModule) {
-    FreeLibrary(g.ltsProviderModule);
-    g.ltsProviderModule = nullptr;
-  }
-  g.ltsProvider = nullptr;
+  ClearLtsProvider();
   if (g.pictureModule) {
     FreeLibrary(g.pictureModule);
     g.pictureModule = nullptr;

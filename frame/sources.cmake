@@ -9,6 +9,7 @@ tavona_sources(
     frame/dllmain.cpp
     frame/wndclasses.cpp
     frame/dialog.cpp
+    frame/lts_windows.cpp
     frame/version.cpp
   EXPORTS
     frame/exports.def)
