@@ -381,6 +381,10 @@ class Exporter {
              "msgid \"\"\n"
              "msgstr \"\"\n"
              "\"Project-Id-Version: tavona32\\n\"\n"
+             "\"PO-Revision-Date: YEAR-MO-DA HO:MI+ZONE\\n\"\n"
+             "\"Last-Translator: FULL NAME <EMAIL@ADDRESS>\\n\"\n"
+             "\"Language-Team: LANGUAGE <LL@li.org>\\n\"\n"
+             "\"Language: \\n\"\n"
              "\"MIME-Version: 1.0\\n\"\n"
              "\"Content-Type: text/plain; charset=UTF-8\\n\"\n"
              "\"Content-Transfer-Encoding: 8bit\\n\"\n"))
