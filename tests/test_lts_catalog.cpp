@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #include "testutil.h"
 #include "translation/catalog.h"
 #include "tvres.h"

@@ -50,7 +50,6 @@ INT_PTR CALLBACK TextDisplayProc(HWND dialog, UINT message, WPARAM wParam, LPARA
   TextDisplay *t = DialogRecord<TextDisplay>(dialog, message, lParam);
   switch (message) {
     case WM_INITDIALOG: {
-      TranslateOwnDialog(dialog);
       SetDlgItemTextW(dialog, IDC_LTS_MODULE, t->module);
       SetDlgItemTextW(dialog, IDC_LTS_SECTION, t->section);
       SetDlgItemTextW(dialog, IDC_LTS_KEY, t->key);
@@ -99,8 +98,11 @@ int CollectWindowText(LtsAssistanceContext *context, HWND window) {
   return CollectText(context, text);
 }
 
+// Not through the dialog base: these are the module's own dialogs, and their
+// texts are collected as they stand, untranslated.
 INT_PTR CALLBACK CollectDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-  LtsAssistanceContext *context = DialogRecord<LtsAssistanceContext>(dialog, message, lParam);
+  if (message == WM_INITDIALOG) SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+  auto *context = reinterpret_cast<LtsAssistanceContext *>(GetWindowLongPtrW(dialog, DWLP_USER));
   switch (message) {
     case WM_INITDIALOG: {
       int result = CollectWindowText(context, dialog);
@@ -233,7 +235,6 @@ INT_PTR CALLBACK SettingsProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
   LtsAssistanceContext *context = DialogRecord<LtsAssistanceContext>(dialog, message, lParam);
   switch (message) {
     case WM_INITDIALOG:
-      TranslateOwnDialog(dialog);
       SendDlgItemMessageW(dialog, IDC_LTS_LOGFILE, EM_LIMITTEXT, 255, 0);
       SetDlgItemTextW(dialog, IDC_LTS_LOGFILE, context->logFileName);
       for (const FlagBox &b : kFlagBoxes)
