@@ -1,7 +1,7 @@
 #include "frame/dialog.h"
 
 #include "frame/globals.h"
-#include "frame/lts.h"
+#include "frame/lts_windows.h"
 
 namespace tv {
 

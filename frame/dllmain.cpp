@@ -4,7 +4,7 @@
 #include "frame/handles.h"
 #include "frame/wndclasses.h"
 #include "base/wstr.h"
-#include "frame/lts.h"
+#include "frame/lts_windows.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
-// Translation of texts, dialogs and menus by key through the installed
-// provider. Until one is installed, translating a text only removes an
-// explicit key prefix "((KEY))".
+// Translation of texts by key through the installed provider. Until one is
+// installed, translating a text only removes an explicit key prefix
+// "((KEY))". Dialogs and menus: frame/lts_windows.h.
 #pragma once
 
 #include <tavona/tvbase.h>
@@ -32,22 +32,5 @@ int LoadTranslatedString(HMODULE module, UINT id, WCHAR *buffer, int size);
 // Working buffer sizes of dialog and menu translation.
 inline constexpr int kLtsWindowText = 500;
 inline constexpr int kLtsMenuText = 200;
-
-#ifdef _WIN32
-// The caption and the direct children of class STATIC or BUTTON, each set
-// back (also when unchanged). Defaults "GENERAL" and "DIALOGS".
-void LtsTranslateDialog(HWND dialog, const WCHAR *module, const WCHAR *section);
-// Every item text, submenus depth first; identifiers are kept. Defaults
-// "GENERAL" and "MENU".
-void LtsTranslateMenu(HMENU menu, const WCHAR *module, const WCHAR *section);
-// True for the classes whose texts dialog translation touches.
-bool IsLtsTextClass(HWND window);
-
-// Fills the provider slot; the module (may be null) and the release
-// routine (may be null) of the provider being replaced are freed first.
-using LtsRelease = void (*)();
-void SetLtsProvider(LtsProvider provider, HMODULE module, LtsRelease release);
-inline void ClearLtsProvider() { SetLtsProvider(nullptr, nullptr, nullptr); }
-#endif
 
 }  // namespace tv

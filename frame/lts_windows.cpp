@@ -1,6 +1,6 @@
 // Dialogs and menus translated through the provider, and the provider slot.
 #include "frame/globals.h"
-#include "frame/lts.h"
+#include "frame/lts_windows.h"
 
 #include <windows.h>
 

@@ -12,7 +12,7 @@
 #include "frame/report.h"
 #include "base/wstr.h"
 #include "translation/catalog.h"
-#include "frame/lts.h"
+#include "frame/lts_windows.h"
 #include "tvres.h"
 
 #include <commdlg.h>
