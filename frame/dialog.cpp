@@ -1,7 +1,7 @@
 #include "frame/dialog.h"
 
 #include "frame/globals.h"
-#include "frame/lts.h"
+#include "frame/lts_windows.h"
 
 namespace tv {
 
@@ -13,27 +13,6 @@ INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param) {
   return result;
 }
 
-namespace {
-
-void TranslateWindowText(HWND w) {
-  WCHAR text[1024];
-  if (GetWindowTextW(w, text, 1024) < 1) return;
-  WCHAR before[1024];
-  lstrcpynW(before, text, 1024);
-  LtsTranslateText(g.ltsModuleName, text, 1024);
-  if (lstrcmpW(before, text) != 0) SetWindowTextW(w, text);
-}
-
-BOOL CALLBACK TranslateChild(HWND child, LPARAM) {
-  TranslateWindowText(child);
-  return TRUE;
-}
-
-}  // namespace
-
-void TranslateOwnDialog(HWND dialog) {
-  TranslateWindowText(dialog);
-  EnumChildWindows(dialog, TranslateChild, 0);
-}
+void TranslateOwnDialog(HWND dialog) { LtsTranslateDialog(dialog, g.ltsModuleName, nullptr); }
 
 }  // namespace tv

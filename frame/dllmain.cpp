@@ -5,6 +5,7 @@
 #include "frame/platform.h"
 #include "frame/wndclasses.h"
 #include "base/wstr.h"
+#include "frame/lts_windows.h"
 
 #include <windows.h>
 
@@ -92,8 +93,7 @@ void ReleaseModuleGlobal(HMODULE &module) {
 }
 
 void ProcessDetach() {
-  ReleaseModuleGlobal(g.ltsProviderModule);
-  g.ltsProvider = nullptr;
+  ClearLtsProvider();
   ReleaseModuleGlobal(g.pictureModule);
   UnregisterWindowClasses(g.instance);
   ReleaseModuleGlobal(g.resources);

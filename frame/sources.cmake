@@ -10,6 +10,7 @@ tavona_sources(
     frame/dllmain.cpp
     frame/wndclasses.cpp
     frame/dialog.cpp
+    frame/lts_windows.cpp
     frame/version.cpp
     frame/misuse_win32.cpp
   EXPORTS

@@ -93,4 +93,25 @@
 #define IDC_PROGRESS_TEXT 1007
 #define IDC_PROGRESS_TIME 1008
 
+/* Translation: assistance dialogs, the log file chooser, the gettext
+ * bridge's messages and the reasons they name. */
+#define IDD_LTS_SETTINGS 116
+#define IDD_LTS_TEXT 117
+#define IDC_LTS_SHOW_DIALOGS 1000
+#define IDC_LTS_CONFIRM 1001
+#define IDC_LTS_WRITE_LOG 1003
+#define IDC_LTS_LOGFILE 1016
+#define IDC_LTS_BROWSE 1017
+#define IDC_LTS_MODULE 1019
+#define IDC_LTS_SECTION 1020
+#define IDC_LTS_KEY 143
+#define IDC_LTS_SOURCE 137
+#define IDC_LTS_TRANSLATED 1023
+#define IDC_LTS_STOP 1025
+#define IDS_LTS_LOG_FILTER 1510 /* "description|pattern|..." */
+#define IDS_LTS_LOG_TITLE 1511
+#define IDS_ERR_LTS_CATALOG 1370  /* file, line, reason */
+#define IDS_ERR_LTS_LOG_READ 1371 /* file, line, reason */
+#define IDS_LTS_REASON_BASE 3700  /* + the reader's problem number, 1 to 14 */
+
 #endif

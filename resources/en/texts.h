@@ -10,3 +10,4 @@
 #include "controls_texts.h"
 #include "data_texts.h"
 #include "numbers_texts.h"
+#include "translation_texts.h"

@@ -1,0 +1,20 @@
+// Texts of the translation assistance dialogs (resources/dialogs/translation.rc).
+#pragma once
+
+#define T_LTSSET_CAPTION "Übersetzungshilfe"
+#define T_LTSSET_LOG "&Protokoll:"
+#define T_LTSSET_BROWSE "&Durchsuchen..."
+#define T_LTSSET_WRITE "Gesammelte Texte ins Protokoll &schreiben"
+#define T_LTSSET_CONFIRM "Jeden neuen Text &bestätigen"
+#define T_LTSSET_SHOW "Jeden &Dialog übersetzt zeigen, bis er geschlossen wird"
+#define T_LTSSET_OK "OK"
+#define T_LTSSET_CANCEL "Abbrechen"
+#define T_LTSTEXT_CAPTION "Übersetzungshilfe - Neuer Text"
+#define T_LTSTEXT_MODULE "Modul:"
+#define T_LTSTEXT_SECTION "Abschnitt:"
+#define T_LTSTEXT_KEY "Schlüssel:"
+#define T_LTSTEXT_SOURCE "&Ausgangstext:"
+#define T_LTSTEXT_TRANSLATED "&Text nach der Übersetzung:"
+#define T_LTSTEXT_CONTINUE "Weiter"
+#define T_LTSTEXT_STOP "Durchgang &beenden"
+#define T_LTSTEXT_ABORT "Abbrechen"

@@ -1,0 +1,20 @@
+// Texts of the translation assistance dialogs (resources/dialogs/translation.rc).
+#pragma once
+
+#define T_LTSSET_CAPTION "Translation Assistance"
+#define T_LTSSET_LOG "&Log file:"
+#define T_LTSSET_BROWSE "&Browse..."
+#define T_LTSSET_WRITE "&Write the collected texts to the log file"
+#define T_LTSSET_CONFIRM "&Confirm each new text"
+#define T_LTSSET_SHOW "Show each &dialog translated until it is closed"
+#define T_LTSSET_OK "OK"
+#define T_LTSSET_CANCEL "Cancel"
+#define T_LTSTEXT_CAPTION "Translation Assistance - New Text"
+#define T_LTSTEXT_MODULE "Module:"
+#define T_LTSTEXT_SECTION "Section:"
+#define T_LTSTEXT_KEY "Key:"
+#define T_LTSTEXT_SOURCE "&Source text:"
+#define T_LTSTEXT_TRANSLATED "&Text after translation:"
+#define T_LTSTEXT_CONTINUE "Continue"
+#define T_LTSTEXT_STOP "&Stop Pass"
+#define T_LTSTEXT_ABORT "Abort"

@@ -1,0 +1,567 @@
+// Run-time translation on real dialogs and menus of the test module, the
+// assistance mode with its log compared byte for byte, templates 116 and
+// 117 through the UI driver, and the gettext round trip.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "test_lts_ids.h"
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+const wchar_t kLtsKey[] = L"Software\\Tavona Language Translation System";
+
+// ---- A provider of the test: German for some keys, in escape notation ----
+
+std::vector<std::wstring> g_calls;
+const std::map<std::wstring, std::wstring> kGerman = {
+    {L"XOK_0509C774", L"&Jawohl"},
+    {L"CANCEL_21ED1D6D", L"Abbrechen"},
+    {L"TEST_SETTINGS_73439B61", L"Testeinstellungen"},
+    {L"ID_SAVE", L"Beim Beenden \\qsichern\\q"},
+    {L"XFILE_2132B37D", L"&Datei"},
+    {L"FIRST_34D6DE02", L"Erste"},
+    {L"ID_EXIT", L"&Beenden"},
+    {L"LINES_00000000", L"Zeile\\nzwei"},
+};
+
+INT WINAPI TestProvider(const WCHAR *module, const WCHAR *section, const WCHAR *key, WCHAR *text,
+                        INT size) {
+  g_calls.push_back(std::wstring(module) + L"|" + section + L"|" + key + L"|" + text);
+  auto it = kGerman.find(key);
+  if (it != kGerman.end()) lstrcpynW(text, it->second.c_str(), size);
+  return 0;
+}
+
+// The calls that mention key, for failure messages and checks.
+std::string Calls() {
+  std::string all;
+  for (const auto &c : g_calls) all += Narrow(c) + "\n";
+  return all;
+}
+
+std::vector<std::wstring> g_reported;
+INT WINAPI Capture(const WCHAR *message) {
+  g_reported.push_back(message ? message : L"");
+  return IDOK;
+}
+
+std::wstring Text(HWND w) {
+  wchar_t buf[12000];
+  GetWindowTextW(w, buf, 12000);
+  return buf;
+}
+
+std::string ReadBytes(const std::wstring &path) {
+  std::ifstream in(path.c_str(), std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+void WriteBytes(const std::wstring &path, const std::string &bytes) {
+  std::ofstream out(path.c_str(), std::ios::binary);
+  out << bytes;
+}
+
+// Builds a log as assistance writes it, by hand.
+struct Log {
+  std::string bytes;
+  Log &Header(const char *h) {
+    if (!bytes.empty()) bytes += "\r\n\r\n";
+    bytes += h;
+    bytes += "\r\n";
+    return *this;
+  }
+  Log &Line(const std::wstring &s) {
+    for (wchar_t c : s + L"\r\n") bytes += {char(c & 0xFF), char(c >> 8)};
+    return *this;
+  }
+};
+
+// The test module's texts, as its three passes log them without a provider.
+Log &StringLines(Log &log) {
+  return log.Line(L"XOK_0509C774=&OK")
+      .Line(L"CANCEL_21ED1D6D=Cancel")
+      .Line(L"LEADING_SPACES_5D3D1589=\\x20\\x20Leading spaces")
+      .Line(L"LINEBREAK_DFD222B2=Line\\nbreak")
+      .Line(L"ID_SAVE=Save")
+      .Line(L"C_DIR_D8407403=C:\\\\dir")
+      .Line(L"DATEI_XOFFNEN_6D3F1AFC=Datei &\u00F6ffnen...");
+}
+Log &DialogLines(Log &log) {
+  return log.Line(L"TEST_SETTINGS_73439B61=Test Settings")
+      .Line(L"XNAME_F94C2D54=&Name:")
+      .Line(L"ID_SAVE=Save on exit")
+      .Line(L"OPTIONS_256BAA88=Options")
+      .Line(L"XOK_0509C774=&OK")
+      .Line(L"CANCEL_21ED1D6D=Cancel")
+      .Line(L"PAGE_6F969E4B=Page")
+      .Line(L"PAGE_TEXT_F0C87427=Page text")
+      .Line(L"ABOUT_7C282312=About")
+      .Line(L"VERSION_1_0_22750ACD=Version 1.0");
+}
+Log &MenuLines(Log &log) {
+  return log.Line(L"XFILE_2132B37D=&File")
+      .Line(L"XOPEN_78931797=&Open...")
+      .Line(L"XRECENT_CB8FF852=&Recent")
+      .Line(L"FIRST_34D6DE02=First")
+      .Line(L"ID_EXIT=E&xit")
+      .Line(L"XHELP_8270358C=&Help");
+}
+
+class Lts : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kLtsKey);
+    Tavona_LtsRemoveProvider();
+    g_calls.clear();
+    g_reported.clear();
+    Tavona_SetErrorHandlerCallback(Capture);
+    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&icc);
+    // An active top-level window owns the dialogs of the passes, so that a
+    // child-style template is created (and ended) too.
+    owner_ = CreateWindowExW(0, L"STATIC", L"Owner", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                             nullptr, nullptr, nullptr);
+    SetActiveWindow(owner_);
+  }
+  void TearDown() override {
+    Tavona_LtsRemoveProvider();
+    Tavona_SetErrorHandlerCallback(nullptr);
+    DestroyWindow(owner_);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kLtsKey);
+  }
+  // Opens assistance without its dialog's decisions mattering: the
+  // registry holds the settings and the script presses OK.
+  void Open(LtsAssistanceContext &ctx, const std::wstring &log, DWORD flags) {
+    Tavona_WriteStringToHKCU(kLtsKey, nullptr, L"LogFile", log.c_str());
+    Tavona_WriteLongToHKCU(kLtsKey, nullptr, L"Flags", LONG(flags));
+    int rc = tvui::RunModal([&] { return LTS_OpenAssistance(&ctx); }, [](tvui::Session &s) {
+      s.Click(s.WaitAnyDialog(), IDOK);
+    });
+    ASSERT_EQ(rc, 1);
+  }
+  HMODULE Self() const { return GetModuleHandleW(nullptr); }
+  HWND owner_ = nullptr;
+};
+
+TEST_F(Lts, TranslateStringRows) {
+  struct Row {
+    bool provider;
+    const wchar_t *module, *section, *text;
+    int size;
+    const wchar_t *result, *call;  // call: nullptr when the provider is not asked
+  } rows[] = {
+      {false, nullptr, nullptr, L"((ID_SAVE))Save", 100, L"Save", nullptr},
+      {false, nullptr, nullptr, L"((ID_SAVE)Save", 100, L"((ID_SAVE)Save", nullptr},
+      {true, nullptr, L"", L"((ID_SAVE))Save", 100, L"Beim Beenden \"sichern\"",
+       L"GENERAL|STRINGS|ID_SAVE|Save"},
+      {true, L"APP", L"DIALOGS", L"&OK", 100, L"&Jawohl", L"APP|DIALOGS|XOK_0509C774|&OK"},
+      {true, L"APP", nullptr, L"((LINES_00000000))x", 100, L"Zeile\nzwei",
+       L"APP|STRINGS|LINES_00000000|x"},
+      {true, nullptr, nullptr, L"&OK", 4, L"&Ja", L"GENERAL|STRINGS|XOK_0509C774|&OK"},
+      {true, nullptr, nullptr, L"(())x", 100, L"x", nullptr},  // empty key: not asked
+      // What the provider leaves is decoded too: "\dir" reads "\d" and "ir".
+      {true, nullptr, nullptr, L"C:\\dir", 100, L"C:", L"GENERAL|STRINGS|C_DIR_D8407403|C:\\dir"},
+  };
+  for (const Row &r : rows) {
+    Tavona_LtsInstallProvider(r.provider ? TestProvider : nullptr, nullptr);
+    g_calls.clear();
+    std::vector<wchar_t> buf(r.size + 8, L'#');
+    lstrcpynW(buf.data(), r.text, r.size);
+    LTS_TranslateString(r.module, r.section, buf.data(), r.size);
+    std::wstring where = std::wstring(r.text) + L" size " + std::to_wstring(r.size);
+    EXPECT_EQ(Narrow(buf.data()), Narrow(r.result)) << Narrow(where);
+    EXPECT_EQ(buf[r.size], L'#') << Narrow(where);
+    EXPECT_EQ(g_calls.size(), r.call ? 1u : 0u) << Narrow(where) << Calls();
+    if (r.call && !g_calls.empty()) {
+      EXPECT_EQ(Narrow(g_calls[0]), Narrow(r.call));
+    }
+  }
+  LTS_TranslateString(nullptr, nullptr, nullptr, 10);
+  wchar_t one[1] = {L'#'};
+  LTS_TranslateString(nullptr, nullptr, one, 0);
+  EXPECT_EQ(one[0], L'#');
+}
+
+// A window procedure that counts WM_SETTEXT, to see texts set back.
+WNDPROC g_groupProc;
+int g_groupSetText;
+LRESULT CALLBACK CountingProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  if (m == WM_SETTEXT) ++g_groupSetText;
+  return CallWindowProcW(g_groupProc, w, m, wp, lp);
+}
+
+INT_PTR CALLBACK PlainProc(HWND, UINT m, WPARAM, LPARAM) { return m == WM_INITDIALOG; }
+
+TEST_F(Lts, TranslateDialogTouchesCaptionAndDirectStaticsAndButtons) {
+  HWND dlg = CreateDialogParamW(Self(), MAKEINTRESOURCEW(IDD_TEST_SETTINGS), nullptr, PlainProc, 0);
+  ASSERT_NE(dlg, nullptr);
+  HWND group = GetDlgItem(dlg, IDC_TEST_GROUP);
+  HWND grandchild = CreateWindowExW(0, L"STATIC", L"Cancel", WS_CHILD, 0, 0, 40, 10, group,
+                                    nullptr, nullptr, nullptr);
+  SetDlgItemTextW(dlg, IDC_TEST_EDIT, L"Cancel");
+  SendDlgItemMessageW(dlg, IDC_TEST_LIST, LB_ADDSTRING, 0, LPARAM(L"Cancel"));
+  g_groupSetText = 0;
+  g_groupProc = WNDPROC(SetWindowLongPtrW(group, GWLP_WNDPROC, LONG_PTR(CountingProc)));
+
+  Tavona_LtsInstallProvider(TestProvider, nullptr);
+  LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
+  EXPECT_EQ(Narrow(Text(dlg)), "Testeinstellungen");
+  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDC_TEST_CHECK))), "Beim Beenden \"sichern\"");
+  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDOK))), "&Jawohl");
+  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDCANCEL))), "Abbrechen");
+  EXPECT_EQ(Narrow(Text(group)), "Options");
+  EXPECT_EQ(g_groupSetText, 1);  // set back although unchanged
+  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDC_TEST_EDIT))), "Cancel");
+  EXPECT_EQ(Narrow(Text(grandchild)), "Cancel");
+  wchar_t item[20] = {};
+  SendDlgItemMessageW(dlg, IDC_TEST_LIST, LB_GETTEXT, 0, LPARAM(item));
+  EXPECT_EQ(Narrow(item), "Cancel");
+  // Caption first, then the children in window order; all under DIALOGS.
+  ASSERT_EQ(g_calls.size(), 6u) << Calls();
+  EXPECT_EQ(Narrow(g_calls[0]), "EXAMPLE|DIALOGS|TEST_SETTINGS_73439B61|Test Settings");
+  EXPECT_EQ(Narrow(g_calls[2]), "EXAMPLE|DIALOGS|ID_SAVE|Save on exit");
+
+  // Defaults, and a caption beyond the 500-character buffer comes back cut.
+  g_calls.clear();
+  SetWindowTextW(dlg, std::wstring(10000, L'x').c_str());
+  LTS_TranslateDialog(dlg, nullptr, L"");
+  EXPECT_EQ(Text(dlg), std::wstring(499, L'x'));
+  ASSERT_FALSE(g_calls.empty());
+  EXPECT_EQ(g_calls[0].substr(0, 16), L"GENERAL|DIALOGS|");
+  LTS_TranslateDialog(nullptr, nullptr, nullptr);
+  SetWindowLongPtrW(group, GWLP_WNDPROC, LONG_PTR(g_groupProc));
+  DestroyWindow(dlg);
+}
+
+TEST_F(Lts, TranslateMenuKeepsIdentifiersSubmenusAndStates) {
+  HMENU menu = LoadMenuW(Self(), MAKEINTRESOURCEW(IDM_TEST));
+  ASSERT_NE(menu, nullptr);
+  Tavona_LtsInstallProvider(TestProvider, nullptr);
+  LTS_TranslateMenu(menu, L"EXAMPLE", nullptr);
+  auto text = [](HMENU m, int pos) {
+    wchar_t buf[200] = {};
+    GetMenuStringW(m, pos, buf, 200, MF_BYPOSITION);
+    return Narrow(buf);
+  };
+  HMENU file = GetSubMenu(menu, 0);
+  ASSERT_NE(file, nullptr);
+  HMENU recent = GetSubMenu(file, 2);
+  ASSERT_NE(recent, nullptr);
+  EXPECT_EQ(text(menu, 0), "&Datei");
+  EXPECT_EQ(text(file, 0), "&Open...");
+  EXPECT_EQ(GetMenuItemID(file, 0), UINT(IDM_TEST_OPEN));
+  EXPECT_EQ(text(recent, 0), "Erste");
+  EXPECT_EQ(GetMenuItemID(recent, 0), UINT(IDM_TEST_FIRST));
+  EXPECT_EQ(GetMenuState(recent, 0, MF_BYPOSITION) & MF_CHECKED, UINT(MF_CHECKED));
+  EXPECT_EQ(text(file, 3), "&Beenden");
+  EXPECT_EQ(GetMenuItemID(file, 3), UINT(IDM_TEST_EXIT));
+  EXPECT_EQ(GetMenuItemID(menu, 1), UINT(IDM_TEST_HELP));
+  EXPECT_EQ(g_calls.size(), 6u) << Calls();  // the separator has no text
+  EXPECT_EQ(Narrow(g_calls[0]), "EXAMPLE|MENU|XFILE_2132B37D|&File");
+  LTS_TranslateMenu(nullptr, nullptr, nullptr);
+  DestroyMenu(menu);
+}
+
+TEST_F(Lts, ProviderModuleIsFreedWhenRemovedOrReplaced) {
+  ASSERT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr) << "loaded by someone else";
+  Tavona_LtsInstallProvider(TestProvider, LoadLibraryW(L"msimg32.dll"));
+  EXPECT_NE(GetModuleHandleW(L"msimg32.dll"), nullptr);
+  Tavona_LtsRemoveProvider();
+  EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+  Tavona_LtsInstallProvider(TestProvider, LoadLibraryW(L"msimg32.dll"));
+  Tavona_LtsInstallProvider(TestProvider, nullptr);
+  EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+  wchar_t text[20] = L"&OK";
+  LTS_TranslateString(nullptr, nullptr, text, 20);
+  EXPECT_EQ(Narrow(text), "&Jawohl");
+}
+
+// The three passes over the test module, then over the library's own
+// English resources, into one log.
+TEST_F(Lts, AssistanceLogByteForByte) {
+  std::wstring path = BinDir() + L"lts_passes.log";
+  LtsAssistanceContext ctx = {};
+  Open(ctx, path, LTS_FLAG_WRITE_LOG);
+  EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
+  Log expect;
+  StringLines(expect.Header("[E-S]"));
+  DialogLines(expect.Header("[E-D]"));
+  MenuLines(expect.Header("[E-M]"));
+
+  HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
+                              LOAD_LIBRARY_AS_DATAFILE);
+  ASSERT_NE(en, nullptr);
+  EXPECT_EQ(LTS_PerformAssistance(&ctx, en, nullptr), 1);
+  LTS_CloseAssistance(&ctx);
+  FreeLibrary(en);
+  ASSERT_EQ(g_reported.size(), 1u);
+  EXPECT_NE(g_reported[0].find(L"Translation assistance has ended"), std::wstring::npos);
+  EXPECT_EQ(ctx.lines, nullptr);
+  EXPECT_EQ(ctx.logFile, nullptr);
+
+  std::string log = ReadBytes(path);
+  ASSERT_GE(log.size(), expect.bytes.size());
+  EXPECT_EQ(log.substr(0, expect.bytes.size()), expect.bytes);
+  // The library's passes follow with their own headers.
+  std::string rest = log.substr(expect.bytes.size());
+  EXPECT_EQ(rest.substr(0, 11), "\r\n\r\n[G-S]\r\n");
+  EXPECT_NE(rest.find("\r\n\r\n[G-D]\r\n"), std::string::npos);
+  EXPECT_NE(rest.find("\r\n\r\n[G-M]\r\n"), std::string::npos);
+  EXPECT_NE(rest.find(Log().Line(L"IO_TRANSLATION_ASSIST_D593C318=iO Translation assistance has ended.").bytes),
+            std::string::npos);
+  EXPECT_NE(rest.find(Log().Line(L"TRANSLATION_ASSISTANC_A6772A29=Translation Assistance").bytes),
+            std::string::npos);
+  // Its texts come from every part of the library: the reader finds them all.
+  std::wstring pot = BinDir() + L"lts_library.pot";
+  int entries = Tavona_LtsExportCatalog(path.c_str(), pot.c_str(), L"EXAMPLE|GENERAL");
+  EXPECT_GT(entries, 100);
+  EXPECT_EQ(g_reported.size(), 1u) << Narrow(g_reported.back());
+}
+
+TEST_F(Lts, WithoutTheLogFlagNothingIsWritten) {
+  std::wstring path = BinDir() + L"lts_nolog.log";
+  DeleteFileW(path.c_str());
+  LtsAssistanceContext ctx = {};
+  Open(ctx, path, 0);
+  EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
+  LTS_CloseAssistance(&ctx);
+  EXPECT_EQ(GetFileAttributesW(path.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(Lts, BadArgumentsAndAnUncreatableLog) {
+  EXPECT_EQ(LTS_OpenAssistance(nullptr), 2);
+  EXPECT_EQ(LTS_PerformAssistance(nullptr, Self(), nullptr), 2);
+  LTS_CloseAssistance(nullptr);
+  EXPECT_TRUE(g_reported.empty());
+
+  std::wstring path = BinDir() + L"no such folder\\x.log";
+  Tavona_WriteStringToHKCU(kLtsKey, nullptr, L"LogFile", path.c_str());
+  Tavona_WriteLongToHKCU(kLtsKey, nullptr, L"Flags", 1);
+  LtsAssistanceContext ctx = {};
+  int rc = tvui::RunModal([&] { return LTS_OpenAssistance(&ctx); },
+                          [](tvui::Session &s) { s.Click(s.WaitAnyDialog(), IDOK); });
+  EXPECT_EQ(rc, 2);
+  EXPECT_EQ(ctx.lines, nullptr);
+  ASSERT_EQ(g_reported.size(), 1u);
+  EXPECT_NE(g_reported[0].find(path), std::wstring::npos) << Narrow(g_reported[0]);
+}
+
+// Template 116: the registry values in, the user's choices out.
+TEST_F(Lts, SettingsDialog) {
+  std::wstring first = BinDir() + L"lts_first.log", second = BinDir() + L"lts_second.log";
+  Tavona_WriteStringToHKCU(kLtsKey, nullptr, L"LogFile", first.c_str());
+  Tavona_WriteLongToHKCU(kLtsKey, nullptr, L"Flags", 5);
+  LtsAssistanceContext ctx = {};
+  const wchar_t *caption = GermanRun() ? L"\u00DCbersetzungshilfe" : L"Translation Assistance";
+  int rc = tvui::RunModal([&] { return LTS_OpenAssistance(&ctx); }, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(caption);
+    EXPECT_EQ(s.Text(dlg, IDC_LTS_LOGFILE), first);
+    EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_WRITE_LOG));
+    EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_SHOW_DIALOGS));
+    EXPECT_FALSE(s.IsChecked(dlg, IDC_LTS_CONFIRM));
+    s.Screenshot(dlg, GermanRun() ? L"lts_settings_de" : L"lts_settings");
+    s.SetText(dlg, IDC_LTS_LOGFILE, second);
+    s.Check(dlg, IDC_LTS_SHOW_DIALOGS, false);
+    s.Check(dlg, IDC_LTS_CONFIRM, true);
+    s.Click(dlg, IDOK);
+  });
+  ASSERT_EQ(rc, 1);
+  EXPECT_EQ(ctx.flags, UINT(LTS_FLAG_WRITE_LOG | LTS_FLAG_CONFIRM_EACH));
+  EXPECT_EQ(std::wstring(ctx.logFileName), second);
+  EXPECT_EQ(Tavona_ReadLongFromHKCU(kLtsKey, nullptr, L"Flags", -1), 3);
+  wchar_t stored[600] = {};
+  Tavona_ReadStringFromHKCU(kLtsKey, nullptr, L"LogFile", L"", stored, 600);
+  EXPECT_EQ(std::wstring(stored), second);
+  // Opened exclusively.
+  HANDLE other = CreateFileW(second.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                             nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_EQ(other, INVALID_HANDLE_VALUE);
+  if (other != INVALID_HANDLE_VALUE) CloseHandle(other);
+  LTS_CloseAssistance(&ctx);
+
+  // Cancel changes nothing.
+  LtsAssistanceContext untouched = {};
+  rc = tvui::RunModal([&] { return LTS_OpenAssistance(&untouched); }, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(caption);
+    s.SetText(dlg, IDC_LTS_LOGFILE, L"elsewhere.log");
+    s.Click(dlg, IDCANCEL);
+  });
+  EXPECT_EQ(rc, 2);
+  EXPECT_EQ(untouched.lines, nullptr);
+  Tavona_ReadStringFromHKCU(kLtsKey, nullptr, L"LogFile", L"", stored, 600);
+  EXPECT_EQ(std::wstring(stored), second);
+}
+
+// Template 117 for each new text; Stop discards the string pass, the
+// dialog pass still runs, Abort in the menu pass ends everything.
+TEST_F(Lts, TextDisplayStopAndAbort) {
+  std::wstring path = BinDir() + L"lts_confirm.log";
+  LtsAssistanceContext ctx = {};
+  Open(ctx, path, LTS_FLAG_WRITE_LOG | LTS_FLAG_CONFIRM_EACH);
+  const wchar_t *caption =
+      GermanRun() ? L"\u00DCbersetzungshilfe - Neuer Text" : L"Translation Assistance - New Text";
+  int rc = tvui::RunModal([&] { return LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"); },
+                          [&](tvui::Session &s) {
+    for (const wchar_t *source : {L"&OK", L"Cancel", L"  Leading spaces"}) {
+      HWND dlg = s.WaitDialog(caption);
+      EXPECT_EQ(s.Text(dlg, IDC_LTS_SOURCE), source);
+      s.Click(dlg, IDOK);
+    }
+    HWND dlg = s.WaitDialog(caption);
+    EXPECT_EQ(s.Text(dlg, IDC_LTS_MODULE), L"EXAMPLE");
+    EXPECT_EQ(s.Text(dlg, IDC_LTS_SECTION), L"STRINGS");
+    EXPECT_EQ(s.Text(dlg, IDC_LTS_KEY), L"LINEBREAK_DFD222B2");
+    EXPECT_EQ(s.Text(dlg, IDC_LTS_SOURCE), L"Line\r\nbreak");
+    EXPECT_EQ(s.Text(dlg, IDC_LTS_TRANSLATED), L"Line\r\nbreak");
+    s.Screenshot(dlg, GermanRun() ? L"lts_text_de" : L"lts_text");
+    s.Click(dlg, IDC_LTS_STOP);
+    for (int i = 0; i < 10; ++i) {
+      dlg = s.WaitDialog(caption);
+      if (i == 2) {
+        EXPECT_EQ(s.Text(dlg, IDC_LTS_KEY), L"ID_SAVE");
+        EXPECT_EQ(s.Text(dlg, IDC_LTS_SOURCE), L"((ID_SAVE))Save on exit");
+        EXPECT_EQ(s.Text(dlg, IDC_LTS_TRANSLATED), L"Save on exit");
+      }
+      s.Click(dlg, IDOK);
+    }
+    s.Click(s.WaitDialog(caption), IDCANCEL);
+  }, tvui::Ms(20000));
+  EXPECT_EQ(rc, 2);
+  LTS_CloseAssistance(&ctx);
+  Log expect;
+  expect.Header("[E-S]");
+  DialogLines(expect.Header("[E-D]"));
+  expect.Header("[E-M]");
+  EXPECT_EQ(ReadBytes(path), expect.bytes);
+}
+
+// Flag 4 keeps each top-level dialog open, translated, until closed; the
+// child-style page is never kept.
+TEST_F(Lts, ShowDialogsKeepsTopLevelOnesOpen) {
+  LtsAssistanceContext ctx = {};
+  Open(ctx, BinDir() + L"lts_show.log", LTS_FLAG_WRITE_LOG | LTS_FLAG_SHOW_DIALOGS);
+  int rc = tvui::RunModal([&] { return LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"); },
+                          [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(L"Test Settings");
+    EXPECT_EQ(s.Text(dlg, IDC_TEST_CHECK), L"Save on exit");
+    GUITHREADINFO gui = {};
+    gui.cbSize = sizeof gui;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dlg, nullptr), &gui);
+    EXPECT_EQ(gui.hwndFocus, s.Item(dlg, IDOK));
+    s.Click(dlg, IDOK);
+    s.Click(s.WaitDialog(L"About"), IDCANCEL);
+  });
+  EXPECT_EQ(rc, 1);
+  LTS_CloseAssistance(&ctx);
+  Log expect;
+  StringLines(expect.Header("[E-S]"));
+  DialogLines(expect.Header("[E-D]"));
+  MenuLines(expect.Header("[E-M]"));
+  EXPECT_EQ(ReadBytes(BinDir() + L"lts_show.log"), expect.bytes);
+}
+
+// Fills the header as a translator's tool would and replaces msgstr ""
+// after each msgid of the map.
+std::string Translate(std::string po, const std::map<std::string, std::string> &german) {
+  for (auto [from, to] : std::map<std::string, std::string>{
+           {"YEAR-MO-DA HO:MI+ZONE", "2026-11-23 10:00+0000"},
+           {"FULL NAME <EMAIL@ADDRESS>", "Test <test@example.org>"},
+           {"LANGUAGE <LL@li.org>", "German <de@example.org>"},
+           {"Language: \\n", "Language: de\\n"}}) {
+    size_t at = po.find(from);
+    if (at != std::string::npos) po.replace(at, from.size(), to);
+  }
+  for (const auto &[id, str] : german) {
+    std::string from = "msgid \"" + id + "\"\nmsgstr \"\"";
+    for (size_t at = po.find(from); at != std::string::npos; at = po.find(from, at + 1))
+      po.replace(at, from.size(), "msgid \"" + id + "\"\nmsgstr \"" + str + "\"");
+  }
+  return po;
+}
+
+INT_PTR CALLBACK TranslatingProc(HWND dlg, UINT m, WPARAM wp, LPARAM) {
+  if (m == WM_INITDIALOG) {
+    LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
+    return TRUE;
+  }
+  if (m == WM_COMMAND && (LOWORD(wp) == IDOK || LOWORD(wp) == IDCANCEL)) {
+    EndDialog(dlg, LOWORD(wp));
+    return TRUE;
+  }
+  return FALSE;
+}
+
+// Log -> template -> a German catalog -> the catalog provider -> the test
+// dialog in German. msgfmt checks both files afterwards (lts_msgfmt).
+TEST_F(Lts, GettextRoundTrip) {
+  std::wstring log = BinDir() + L"lts_example.log", pot = BinDir() + L"lts_example.pot",
+               po = BinDir() + L"lts_example_de.po";
+  LtsAssistanceContext ctx = {};
+  Open(ctx, log, LTS_FLAG_WRITE_LOG);
+  ASSERT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
+  LTS_CloseAssistance(&ctx);
+  g_reported.clear();
+  EXPECT_EQ(Tavona_LtsExportCatalog(log.c_str(), pot.c_str(), L"EXAMPLE"), 23);
+  std::string german = Translate(ReadBytes(pot), {{"Test Settings", "Testeinstellungen"},
+                                                  {"Save on exit", "Beim Beenden \\\"sichern\\\""},
+                                                  {"&OK", "&Jawohl"},
+                                                  {"Cancel", "Abbrechen"},
+                                                  {"Options", "Optionen"},
+                                                  {"C:\\\\dir", "C:\\\\Verzeichnis"},
+                                                  {"&File", "&Datei"}});
+  WriteBytes(po, german);
+  EXPECT_EQ(Tavona_LtsLoadCatalog(po.c_str()), 9);  // "&OK" and "Cancel" twice
+  int rc = tvui::RunModal([&] {
+    return DialogBoxParamW(Self(), MAKEINTRESOURCEW(IDD_TEST_SETTINGS), owner_, TranslatingProc, 0);
+  }, [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(L"Testeinstellungen");
+    EXPECT_EQ(s.Text(dlg, IDC_TEST_CHECK), L"Beim Beenden \"sichern\"");
+    EXPECT_EQ(s.Text(dlg, IDC_TEST_GROUP), L"Optionen");
+    EXPECT_EQ(s.Text(dlg, IDOK), L"&Jawohl");
+    EXPECT_EQ(s.Text(dlg, IDCANCEL), L"Abbrechen");
+    s.Screenshot(dlg, L"lts_catalog_dialog");
+    s.Click(dlg, IDOK);
+  });
+  EXPECT_EQ(rc, IDOK);
+  wchar_t text[100] = L"C:\\dir";
+  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
+  EXPECT_EQ(Narrow(text), "C:\\Verzeichnis");
+  wcscpy(text, L"D:\\untranslated");
+  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
+  EXPECT_EQ(Narrow(text), "D:\\untranslated");
+  EXPECT_TRUE(g_reported.empty()) << Narrow(g_reported.front());
+
+  // A damaged catalog is reported with its line and leaves the one loaded.
+  std::wstring bad = BinDir() + L"lts_bad.po";
+  WriteBytes(bad, "msgctxt \"EXAMPLE|STRINGS\"\nmsgid \"Cancel\"\nmsgstr \"Abbrechen\n");
+  EXPECT_EQ(Tavona_LtsLoadCatalog(bad.c_str()), -1);
+  ASSERT_EQ(g_reported.size(), 1u);
+  EXPECT_NE(g_reported[0].find(L"Line 3: a closing quotation mark is missing"), std::wstring::npos)
+      << Narrow(g_reported[0]);
+  wcscpy(text, L"Cancel");
+  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
+  EXPECT_EQ(Narrow(text), "Abbrechen");
+  EXPECT_EQ(Tavona_LtsLoadCatalog((BinDir() + L"missing.po").c_str()), -1);
+  EXPECT_EQ(g_reported.size(), 2u);
+}
+
+// The dialogs of this test again with the German resource library.
+TEST(LtsGerman, DialogsInGerman) {
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunInLanguage(L"de", L"Lts.SettingsDialog:Lts.TextDisplayStopAndAbort"), 0u);
+}
+
+}  // namespace

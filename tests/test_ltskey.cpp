@@ -1,0 +1,81 @@
+// Keys of run-time translation: the hash and the derived key, row by row.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/ltskey.h"
+#include "testutil.h"
+
+namespace {
+
+using WStr = std::basic_string<WCHAR>;
+
+WStr Key(const WCHAR *text, int n = tv::kLtsKeySize) {
+  WCHAR key[tv::kLtsKeySize + 1];
+  for (WCHAR &c : key) c = '#';
+  key[tv::kLtsKeySize] = 0;
+  tv::LtsMakeKey(text, key, n);
+  return key;
+}
+
+TEST(LtsKey, WorkedExamplesAndRules) {
+  struct Row {
+    const WCHAR *text, *key;
+  } rows[] = {
+      {u"&OK", u"XOK_0509C774"},
+      {u"Cancel", u"CANCEL_21ED1D6D"},
+      {u"1. Seite", u"D1_SEITE_B9397CCE"},
+      {u"Datei &\u00F6ffnen...", u"DATEI_XOFFNEN_6D3F1AFC"},
+      {u"((ID_HELLO))Hallo", u"ID_HELLO"},
+      {u"(())Hallo", u""},                 // an empty explicit key
+      {u"", u""},
+  };
+  for (const Row &r : rows) EXPECT_EQ(Narrow(Key(r.text)), Narrow(r.key)) << Narrow(r.text);
+}
+
+// The readable part only; the hash is checked above and by LtsTextHash.
+WStr Readable(const WCHAR *text) {
+  WStr k = Key(text);
+  return k.size() > 8 ? k.substr(0, k.size() - 8) : k;
+}
+
+TEST(LtsKey, ReadablePart) {
+  struct Row {
+    const WCHAR *text, *readable;
+  } rows[] = {
+      {u"abcdefghijklmnopqrstuvwxyzabcd", u"ABCDEFGHIJKLMNOPQRSTU_"},  // 21 characters, then "_"
+      {u"12345678901234567890123", u"D12345678901234567890_"},        // "D" counts
+      {u"```", u"K_"},
+      {u"a  -  b", u"A_B_"},
+      {u"--x", u"X_"},                                  // no key starts with "_"
+      {u"((ID_SAVE)Save", u"ID_SAVE_SAVE_"},            // no "))": derived
+      {u"!\"#$%<=>@", u"ASNDPKEG@_"},                    // punctuation as letters
+      {u"\u00CC\u00CD\u00CE\u00CF\u00EC\u00FF\u00DF", u"HHHHHUS_"},  // the odd rows
+      {u"\u00DE\u00FE\u00A9\u0080x", u"X_"},             // dropped Latin-1
+      {u"\u0416\u4E2Dz\u00C4", u"ZA_"},                  // above U+00FF: dropped
+      {u"\u0416", u"K_"},
+  };
+  for (const Row &r : rows) EXPECT_EQ(Narrow(Readable(r.text)), Narrow(r.readable)) << Narrow(r.text);
+}
+
+TEST(LtsKey, HashAndBuffers) {
+  EXPECT_EQ(tv::LtsTextHash(nullptr), 1u);
+  EXPECT_EQ(tv::LtsTextHash(u""), 0u);
+  EXPECT_EQ(tv::LtsTextHash(u"&OK"), 0x0509C774u);
+  // A buffer under 50 characters is not touched, not even cleared.
+  WCHAR small[49] = u"untouched";
+  tv::LtsMakeKey(u"Cancel", small, 49);
+  EXPECT_EQ(Narrow(small), "untouched");
+  tv::LtsMakeKey(u"Cancel", nullptr, 100);
+  // An explicit key is cut to n - 1; nothing lands past the buffer.
+  WStr longKey = u"((" + WStr(120, u'K') + u"))x";
+  EXPECT_EQ(Key(longKey.c_str(), 50), WStr(49, u'K'));
+  EXPECT_EQ(Key(longKey.c_str()).size(), 99u);
+  // The whole text counts in the hash, however long.
+  WStr big(10000, u'a'), other = big;
+  other[9999] = u'b';
+  EXPECT_NE(Key(big.c_str()), Key(other.c_str()));
+  EXPECT_EQ(Key(big.c_str()).size(), 22u + 8u);
+}
+
+}  // namespace
