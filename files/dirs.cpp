@@ -96,7 +96,7 @@ class CopyRun {
  private:
   bool CopyDirectory(int depth, DWORD attributes);
   bool CopyFileEntry(const WIN32_FIND_DATAW &entry, const FILETIME *reference, bool existed);
-  int CopyOne();
+  int CopyOne(bool existed);
 
   COPYDIRCTL *ctl_;
   TAVONA_COPYDIR_CALLBACK callback_;
@@ -157,8 +157,11 @@ bool CopyRun::CopyFileEntry(const WIN32_FIND_DATAW &entry, const FILETIME *refer
     tv::ReportError(IDS_ERR_FILE_COPY, src_.Get(), entry.cFileName);
     return false;
   }
+  // Without the overwrite rules the destination is only looked at when the
+  // copy fails (a directory in the way): one call less per file.
   WIN32_FILE_ATTRIBUTE_DATA there;
-  if (existed && GetFileAttributesExW(dstFile_.Get(), GetFileExInfoStandard, &there)) {
+  if (existed && (ctl_->flags & (TAVONA_COPY_NO_OVERWRITE | TAVONA_COPY_NEWER_ONLY)) &&
+      GetFileAttributesExW(dstFile_.Get(), GetFileExInfoStandard, &there)) {
     if (there.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
       tv::ReportError(IDS_ERR_DEST_IS_FOLDER, dstFile_.Get());
       return false;
@@ -173,17 +176,28 @@ bool CopyRun::CopyFileEntry(const WIN32_FIND_DATAW &entry, const FILETIME *refer
       return true;
     }
   }
-  if (!(ctl_->flags & TAVONA_COPY_DRY_RUN) && CopyOne() < 0) return false;
+  if (ctl_->flags & TAVONA_COPY_DRY_RUN) {
+    if (existed && IsDirectory(dstFile_.Get())) {
+      tv::ReportError(IDS_ERR_DEST_IS_FOLDER, dstFile_.Get());
+      return false;
+    }
+  } else if (CopyOne(existed) < 0) {
+    return false;
+  }
   ++ctl_->filesCopied;
   tv::AddSize(ctl_->kilobytesCopied, ctl_->bytesCopied, entry.nFileSizeLow);
   return Event(src_.Get(), dst_.Get(), TAVONA_DIR_FILE_DONE);
 }
 
 // 1 copied, 0 left as it is on the user's word (ignore), -1 failed.
-int CopyRun::CopyOne() {
+int CopyRun::CopyOne(bool existed) {
   for (int unattended = 0;;) {
     if (CopyFileW(srcFile_.Get(), dstFile_.Get(), FALSE)) return 1;
     DWORD error = GetLastError();
+    if (existed && IsDirectory(dstFile_.Get())) {
+      tv::ReportError(IDS_ERR_DEST_IS_FOLDER, dstFile_.Get());
+      return -1;
+    }
     if (error != ERROR_SHARING_VIOLATION && error != ERROR_LOCK_VIOLATION) {
       tv::ReportError(IDS_ERR_FILE_COPY, srcFile_.Get(), dstFile_.Get());
       return -1;
