@@ -8,8 +8,8 @@
 #include "files/dirwalk.h"
 #include "frame/dialog.h"
 #include "frame/globals.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {
@@ -139,7 +139,6 @@ INT_PTR CALLBACK CopyDirStatistic_Dialog_Callback(HWND dialog, UINT message, WPA
   COPYDIRCTL *ctl = tv::DialogRecord<COPYDIRCTL>(dialog, message, lParam);
   switch (message) {
     case WM_INITDIALOG:
-      tv::TranslateOwnDialog(dialog);
       if (ctl) FillStatistic(dialog, *ctl);
       return TRUE;
     case WM_COMMAND:

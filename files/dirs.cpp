@@ -9,7 +9,7 @@
 
 #include "files/dirwalk.h"
 #include "frame/report.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 // The records callers of both builds lay out by offset.

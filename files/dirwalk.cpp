@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/sys.h"
+#include "base/wstr.h"
 
 namespace tv {
 

@@ -2,7 +2,7 @@
 
 #include "frame/alloc.h"
 #include "frame/platform.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 #include <cstdint>
 
