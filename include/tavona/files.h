@@ -373,7 +373,8 @@ typedef INT(WINAPI *TAVONA_DELETE_CALLBACK)(const WCHAR *path, INT event, DELETE
  * that cannot be deleted asks with message 1391 (retry, ignore: left and
  * not counted, abort; unattended answers as for the copy). With
  * TAVONA_DELETE_EMPTY_DIRS a subdirectory left without any entry is
- * removed after its LEAVE event; the listed directories themselves stay.
+ * removed after its LEAVE event (not in a dry run); the listed directories
+ * themselves stay.
  * Returns 1 done, 2 aborted or failed (NULL ctl, no memory: 1300). A
  * missing directory is entered and left with nothing found. Example:
  * delete the *.tmp files older than 1 March 2024 below C:\Work, but not
