@@ -25,11 +25,11 @@ long Calibrate(const std::function<void()> &fn) {
 }  // namespace
 
 void Compare(const char *name, const std::function<void()> &library,
-             const std::function<void()> &reference, double maxRatio) {
+             const std::function<void()> &reference, double maxRatio, int rounds) {
   long libReps = Calibrate(library), refReps = Calibrate(reference);
   double lib = 1e300, ref = 1e300;
   // Interleaved rounds, best of each, so that a busy moment hits both.
-  for (int round = 0; round < 5; ++round) {
+  for (int round = 0; round < rounds; ++round) {
     lib = std::min(lib, Batch(library, libReps));
     ref = std::min(ref, Batch(reference, refReps));
   }

@@ -83,6 +83,22 @@
 #define IDC_CRYPT_PLAIN_HEX 618
 
 /* Files. */
+/* Directory copy, statistics and delete. */
+#define IDS_ASK_DELETE_IN_USE 1391 /* "%s" cannot be deleted: retry, ignore, abort */
+#define IDS_COPY_PROGRESS 1460     /* first line of the copy's progress indicator */
+#define IDD_COPY_STATISTIC 110
+#define IDC_STAT_FILES_COPIED 1008
+#define IDC_STAT_DIRS_CREATED 1009
+#define IDC_STAT_KILOBYTES 1010
+#define IDC_STAT_DIRS_EXISTING 1011
+#define IDC_STAT_SKIPPED_EXISTING 1012
+#define IDC_STAT_SKIPPED_NOT_OLDER 1013
+#define IDC_STAT_FILES_FOUND 1014
+#define IDC_STAT_NOT_INCLUDED 1015
+#define IDC_STAT_EXCLUDED 1016
+#define IDC_STAT_DIRS_PROCESSED 1017
+#define IDC_STAT_BEFORE_DATE 1018
+#define IDC_STAT_FROM_DATE 1019
 
 /* Box helpers, progress indicator, small windows. */
 #define IDS_LANGUAGE_LIST 1512     /* "number|name|number|name..." */

@@ -4,6 +4,7 @@
 #include <tavona/tvbase.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -119,13 +120,14 @@ inline bool GermanRun() {
   return GetEnvironmentVariableW(L"VEL_LANGUAGE", lang, 8) && lang[0] == L'd' && lang[1] == L'e';
 }
 
-// Runs this test program again with VEL_LANGUAGE set (so that the library
-// loads that language's resources) and the given gtest filter; returns
-// its exit code (99 when it could not run or took over two minutes).
-inline DWORD RunInLanguage(const wchar_t *language, const wchar_t *filter) {
+
+// Runs this test program again with the arguments (a --gtest_filter) and
+// VEL_LANGUAGE=language; its exit code, 99 when it did not end in time.
+inline DWORD RunSelfInLanguage(const std::wstring &args, const wchar_t *language,
+                               DWORD timeoutMs = 120000) {
   wchar_t self[MAX_PATH];
-  if (!GetModuleFileNameW(nullptr, self, MAX_PATH)) return 99;
-  std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=" + filter;
+  GetModuleFileNameW(nullptr, self, MAX_PATH);
+  std::wstring command = L"\"" + std::wstring(self) + L"\" " + args;
   SetEnvironmentVariableW(L"VEL_LANGUAGE", language);
   STARTUPINFOW si = {};
   si.cb = sizeof si;
@@ -134,12 +136,40 @@ inline DWORD RunInLanguage(const wchar_t *language, const wchar_t *filter) {
                                 nullptr, &si, &pi);
   SetEnvironmentVariableW(L"VEL_LANGUAGE", nullptr);
   if (!started) return 99;
-  DWORD wait = WaitForSingleObject(pi.hProcess, 120000);
-  if (wait != WAIT_OBJECT_0) TerminateProcess(pi.hProcess, 99);
   DWORD code = 99;
-  GetExitCodeProcess(pi.hProcess, &code);
+  if (WaitForSingleObject(pi.hProcess, timeoutMs) == WAIT_OBJECT_0)
+    GetExitCodeProcess(pi.hProcess, &code);
+  else
+    TerminateProcess(pi.hProcess, 99);
   CloseHandle(pi.hThread);
   CloseHandle(pi.hProcess);
   return code;
+}
+
+// Runs this test program again with VEL_LANGUAGE set (so that the library
+// loads that language's resources) and the given gtest filter; returns
+// its exit code (99 when it could not run or took over two minutes).
+inline DWORD RunInLanguage(const wchar_t *language, const wchar_t *filter) {
+  return RunSelfInLanguage(std::wstring(L"--gtest_filter=") + filter, language);
+}
+
+// Removes a directory tree, read-only and system entries too.
+inline void RemoveTree(const std::wstring &dir) {
+  WIN32_FIND_DATAW fd;
+  HANDLE h = FindFirstFileW((dir + L"\\*").c_str(), &fd);
+  if (h != INVALID_HANDLE_VALUE) {
+    do {
+      std::wstring name = fd.cFileName, path = dir + L"\\" + name;
+      if (name == L"." || name == L"..") continue;
+      SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+      if (fd.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+        RemoveTree(path);
+      else
+        DeleteFileW(path.c_str());
+    } while (FindNextFileW(h, &fd));
+    FindClose(h);
+  }
+  SetFileAttributesW(dir.c_str(), FILE_ATTRIBUTE_NORMAL);
+  RemoveDirectoryW(dir.c_str());
 }
 #endif

@@ -147,6 +147,256 @@ INT WINAPI Tavona_GetExifExposureDateTimeFromJpegFile(const WCHAR *name, DateTim
 
 #endif /* _WIN32 */
 
+/* ---- Directory copy, statistics, scans and delete -----------------------
+ * Directory list: paths separated by line feeds (10), each entry up to 256
+ * characters; a carriage return before a line feed is dropped, a blank
+ * entry is left out (with its partner in the copy's pairs), and an entry
+ * longer than 256 characters makes the routine fail (result 2, copy and
+ * delete) or be skipped (statistics). Copy sources and destinations are
+ * taken pairwise until either list ends.
+ *
+ * Pattern list: patterns separated by tabs (9). Pattern and file name are
+ * split at their last dot into name and extension (each up to 256
+ * characters) and compared upper-cased, part against part: '?' takes one
+ * character, '*' takes the rest of the part AND ends the comparison, so
+ * characters after it are ignored ("A*Z" matches "ABC"), anything else must
+ * be equal. "*.*" matches every file, "*" only names without extension.
+ * An empty include list lets every file through; an empty exclude list
+ * excludes nothing.
+ *
+ * Names beginning with a dot (not only "." and "..") are never copied,
+ * counted, scanned or deleted; directories with the system attribute below
+ * the top level are passed over silently. */
+#ifdef _WIN32
+
+/* Flags of COPYDIRCTL (and, where they apply, of DELETEDIRCTL). */
+#define TAVONA_COPY_RECURSE 0x1      /* walk into subdirectories */
+#define TAVONA_COPY_NEWER_ONLY 0x2   /* skip when the existing copy is not older */
+#define TAVONA_COPY_NO_OVERWRITE 0x4 /* never replace an existing file */
+#define TAVONA_COPY_DRY_RUN 0x8      /* create and copy nothing, count as if */
+#define TAVONA_COPY_FROM_DATE 0x100  /* skip files written before the date */
+#define TAVONA_COPY_BEFORE_DATE 0x200 /* skip files written at the date or later */
+
+/* Events of the callbacks, in the order they come. */
+#define TAVONA_DIR_START 5      /* before anything is done; paths: the lists */
+#define TAVONA_DIR_ENTER 3      /* a directory is entered */
+#define TAVONA_DIR_FILE_FOUND 1 /* a file was found (counted already) */
+#define TAVONA_DIR_FILE_DONE 2  /* a file was copied / deleted (counted) */
+#define TAVONA_DIR_LEAVE 4      /* a directory is finished */
+#define TAVONA_DIR_END 6        /* the end, when not aborted; the last entries */
+/* A callback that returns this aborts; the routine then returns it too. */
+#define TAVONA_DIR_ABORT 2
+
+/* The copy control record, filled by the caller and updated by the copy.
+ * Offsets (bytes)          Win32  Win64
+ *   include                    0      0
+ *   exclude                    4      8
+ *   referenceDate              8     16
+ *   flags                     12     24
+ *   kilobytesCopied .. filesSkippedFromDate (10 INTs)
+ *                          16-52  28-64
+ *   text[100]                 56     68
+ *   directoriesProcessed     256    268
+ *   directoriesCreated       260    272
+ *   directoriesExisting      264    276
+ *   size                     268    280
+ * Both are the natural layouts of the field order (no padding anywhere);
+ * the Win32 one is the packed layout of the original 32-bit record. */
+typedef struct COPYDIRCTL {
+  const WCHAR *include;        /* pattern list; NULL or "": every file */
+  const WCHAR *exclude;        /* pattern list; NULL or "": none */
+  const DateTimeStruct *referenceDate; /* for flags 0x100/0x200; NULL: no date test */
+  UINT flags;                  /* TAVONA_COPY_... */
+  /* Set to 0 when a copy starts. */
+  INT kilobytesCopied;         /* whole 1024-byte units */
+  INT bytesCopied;             /* beyond the whole kilobytes, 0-1023 */
+  INT filesFound;              /* every file met, before filtering */
+  INT filesCopied;
+  INT filesNotIncluded;        /* include list given and not matched */
+  INT filesExcluded;           /* exclude list matched */
+  INT filesSkippedExisting;    /* TAVONA_COPY_NO_OVERWRITE */
+  INT filesSkippedNotOlder;    /* TAVONA_COPY_NEWER_ONLY */
+  INT filesSkippedBeforeDate;  /* TAVONA_COPY_FROM_DATE */
+  INT filesSkippedFromDate;    /* TAVONA_COPY_BEFORE_DATE */
+  WCHAR text[100];             /* the caller's; the copy never touches it */
+  INT directoriesProcessed;
+  INT directoriesCreated;
+  INT directoriesExisting;
+} COPYDIRCTL;
+
+/* source and destination: directories (for TAVONA_DIR_START the two
+ * lists); value: the caller's value as given. TAVONA_DIR_ABORT aborts. */
+typedef INT(WINAPI *TAVONA_COPYDIR_CALLBACK)(const WCHAR *source, const WCHAR *destination,
+                                             INT event, COPYDIRCTL *ctl, INT_PTR value);
+
+/* Copies each source directory into its destination. Per directory: the
+ * destination is created with missing parents (Tavona_CreateDirectoryChain;
+ * not in a dry run); each file is counted as found, then the first test
+ * that applies skips it with its counter: include list, exclude list,
+ * FROM_DATE, BEFORE_DATE (last write time against the reference date,
+ * converted with DateTimeStruct_To_FileTime); then, only when the
+ * destination directory existed before the copy and the file exists there:
+ * a directory of that name fails the copy (error 1328), NO_OVERWRITE and
+ * NEWER_ONLY skip. Otherwise the file is copied (CopyFileW, replacing; a
+ * read-only destination fails with 1352) and counted with its size (the
+ * low 32 bits) carried into whole kilobytes. A file in use (sharing or
+ * lock violation) asks with message 1354: retry, ignore (counted as copied,
+ * not copied) or abort; an answer no person gave (the silent or log error
+ * mode) retries 20 times at 100 ms, then fails. Other copy failures report
+ * 1352 with both paths, a path beyond 1023 characters reports 1352 with
+ * the directory and the name. Returns 1 when done, 2 when aborted or
+ * failed (also for a NULL ctl; NULL lists count as empty). Files copied
+ * so far stay; the counters show how far it got. Example:
+ *
+ *   COPYDIRCTL c = {0};
+ *   c.include = L"*.txt\t*.csv";
+ *   c.flags = TAVONA_COPY_RECURSE | TAVONA_COPY_NEWER_ONLY;
+ *   if (Tavona_CopyDirectories(L"C:\\Data\nC:\\Forms", L"D:\\Backup\\Data\nD:\\Backup\\Forms",
+ *                              &c, NULL, 0) == 1)
+ *     Tavona_DisplayCopyStatistic(&c, hwnd);
+ */
+INT WINAPI Tavona_CopyDirectories(const WCHAR *sources, const WCHAR *destinations,
+                                  COPYDIRCTL *ctl, TAVONA_COPYDIR_CALLBACK callback,
+                                  INT_PTR value);
+
+/* The same with a progress indicator (large template with remaining time)
+ * on the active window: message 1460 as its first line, the directory being
+ * copied below it, the bar over the number of files counted beforehand
+ * with Tavona_DirectoriesStatistic. title NULL = "", color 0 = the
+ * default. Cancel (confirmed) aborts. 2 also for NULL lists or ctl. */
+INT WINAPI Tavona_CopyDirectoriesWithProgInd(const WCHAR *sources, const WCHAR *destinations,
+                                             COPYDIRCTL *ctl, const WCHAR *title,
+                                             COLORREF color);
+
+/* The callback of Tavona_CopyDirectoriesWithProgInd; value is the progress
+ * indicator. 2 when it is gone or the user aborted, else 1. */
+INT WINAPI CopyDirCallback(const WCHAR *source, const WCHAR *destination, INT event,
+                           COPYDIRCTL *ctl, INT_PTR value);
+
+/* Counts of Tavona_DirectoriesStatistic. */
+typedef struct DIRSTATISTIC {
+  INT kilobytes; /* whole 1024-byte units */
+  INT bytes;     /* beyond the whole kilobytes */
+  INT files;
+  INT reserved;  /* always 0 */
+} DIRSTATISTIC;
+
+/* Clears stat and counts the files (and their sizes) of every directory of
+ * the list, with recurse also of their subdirectories. 1 when done; 2 for
+ * a NULL stat, when memory runs out or a path grows beyond 1023 characters
+ * (the counts so far stay). */
+INT WINAPI Tavona_DirectoriesStatistic(const WCHAR *directories, DIRSTATISTIC *stat,
+                                       BOOL recurse);
+
+/* The counters of ctl in dialog 110 (kilobytes rounded up). parent is
+ * accepted for compatibility; the dialog is owned by the active window like
+ * every dialog of the library. Returns 1 (OK and Cancel both close it), -1
+ * when the dialog cannot be shown, 0 for a NULL ctl. */
+INT WINAPI Tavona_DisplayCopyStatistic(COPYDIRCTL *ctl, HWND parent);
+INT_PTR CALLBACK CopyDirStatistic_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                                  LPARAM lParam);
+
+/* Creates the directory and every missing parent, outermost first.
+ * Trailing separators are ignored. No parent is created above a root: a
+ * path shorter than 3 characters, "\\server\share", or a drive, colon,
+ * separator and one component ("C:\data"). 0 when the directory exists or
+ * was created and for a blank path; -1 after reporting 1329 (the path or a
+ * parent exists and is no directory) or 1330 (it cannot be created, or is
+ * longer than 1023 characters). */
+INT WINAPI Tavona_CreateDirectoryChain(const WCHAR *path);
+
+/* TRUE when no file lies directly in the directory (a list: in any of
+ * them). Subdirectories and dot-names do not count, so a directory holding
+ * only subdirectories is empty, and so is one that does not exist. */
+BOOL WINAPI Tavona_IsDirectoryEmpty(const WCHAR *directory);
+
+/* Adds the subdirectories of directory (no dot-names) to a list box, combo
+ * box or list view in the order found (Tavona_AddBoxEntry, item data 0);
+ * returns the number added, 0 for a blank directory. */
+INT WINAPI Tavona_ScanDirsToBox(HWND box, const WCHAR *directory);
+
+/* Flag of Tavona_ScanFilesToBox. */
+#define TAVONA_SCAN_STRIP_EXTENSION 1024
+
+/* Adds the files of directory that pass the include and exclude lists, in
+ * the order found; returns the number added, 0 for a blank directory. */
+INT WINAPI Tavona_ScanFilesToBox(HWND box, const WCHAR *directory, const WCHAR *include,
+                                 const WCHAR *exclude, UINT flags);
+
+/* Writes the names of the files that pass the filters into dst, separated
+ * by separator, as long as name length + 2 < room left. DELIBERATELY each
+ * name is copied by bytes with its length in characters as the count: only
+ * the first half of the name arrives, the rest of its place keeps what dst
+ * held (an odd length copies half a character), and the next name starts
+ * after its full length. A zero follows when room is left. Returns the
+ * number of files that passed, those that did not fit included; 0 for a
+ * NULL dst or dstSize below 1 (dst untouched), dst "" for a blank
+ * directory or a separator of 0. Use Tavona_ScanFilesToBox for full names. */
+INT WINAPI Tavona_ScanFilesToBuffer(const WCHAR *directory, const WCHAR *include,
+                                    const WCHAR *exclude, WCHAR separator, WCHAR *dst,
+                                    INT dstSize);
+
+/* Delete and scan: the mirror of the copy. Flags TAVONA_COPY_RECURSE,
+ * TAVONA_COPY_DRY_RUN, TAVONA_COPY_FROM_DATE and TAVONA_COPY_BEFORE_DATE as
+ * for the copy, and: */
+#define TAVONA_DELETE_KEEP_READONLY 0x4 /* skip read-only files (else they go too) */
+#define TAVONA_DELETE_EMPTY_DIRS 0x10   /* remove subdirectories left empty */
+
+/* The delete control record: as COPYDIRCTL up to the flags, then eleven
+ * counters, all set to 0 at the start. Win32: 60 bytes, Win64: 72. */
+typedef struct DELETEDIRCTL {
+  const WCHAR *include;
+  const WCHAR *exclude;
+  const DateTimeStruct *referenceDate;
+  UINT flags;
+  INT kilobytesDeleted;        /* of the files deleted (dry run: that would be) */
+  INT bytesDeleted;            /* beyond the whole kilobytes */
+  INT filesFound;
+  INT filesDeleted;
+  INT filesNotIncluded;
+  INT filesExcluded;
+  INT filesSkippedReadOnly;    /* TAVONA_DELETE_KEEP_READONLY */
+  INT filesSkippedBeforeDate;  /* TAVONA_COPY_FROM_DATE */
+  INT filesSkippedFromDate;    /* TAVONA_COPY_BEFORE_DATE */
+  INT directoriesProcessed;
+  INT directoriesRemoved;      /* TAVONA_DELETE_EMPTY_DIRS */
+} DELETEDIRCTL;
+
+/* path: the directory (TAVONA_DIR_START: the list). */
+typedef INT(WINAPI *TAVONA_DELETE_CALLBACK)(const WCHAR *path, INT event, DELETEDIRCTL *ctl,
+                                            INT_PTR value);
+
+/* Deletes the files of every directory of the list that pass the filters:
+ * events START, then per directory ENTER, per file FILE_FOUND and (after
+ * deleting) FILE_DONE, LEAVE, finally END, as the copy. A read-only file
+ * loses the attribute and goes unless TAVONA_DELETE_KEEP_READONLY. A file
+ * that cannot be deleted asks with message 1391 (retry, ignore: left and
+ * not counted, abort; unattended answers as for the copy). With
+ * TAVONA_DELETE_EMPTY_DIRS a subdirectory left without any entry is
+ * removed after its LEAVE event (not in a dry run); the listed directories
+ * themselves stay.
+ * Returns 1 done, 2 aborted or failed (NULL ctl, no memory: 1300). A
+ * missing directory is entered and left with nothing found. Example:
+ * delete the *.tmp files older than 1 March 2024 below C:\Work, but not
+ * keep.tmp, and the directories that become empty:
+ *
+ *   DateTimeStruct d = {1, 3, 2024, 0, 0, 0};
+ *   DELETEDIRCTL c = {L"*.tmp", L"keep.tmp", &d,
+ *                     TAVONA_COPY_RECURSE | TAVONA_COPY_BEFORE_DATE | TAVONA_DELETE_EMPTY_DIRS};
+ *   Tavona_DeleteFiles(L"C:\\Work", &c, NULL, 0);
+ *   // c.filesDeleted files went, c.filesSkippedFromDate were newer
+ */
+INT WINAPI Tavona_DeleteFiles(const WCHAR *directories, DELETEDIRCTL *ctl,
+                              TAVONA_DELETE_CALLBACK callback, INT_PTR value);
+
+/* Tavona_DeleteFiles with TAVONA_COPY_DRY_RUN always set: the same walk,
+ * filters, events and counters, and nothing changes. FILE_DONE reports each
+ * file that passed the filters; filesDeleted and the kilobytes count them. */
+INT WINAPI Tavona_ScanDirectory(const WCHAR *directories, DELETEDIRCTL *ctl,
+                                TAVONA_DELETE_CALLBACK callback, INT_PTR value);
+
+#endif /* _WIN32 */
+
 TAVONA_END_DECLS
 
 #endif

@@ -11,3 +11,4 @@
 #include "data_texts.h"
 #include "numbers_texts.h"
 #include "translation_texts.h"
+#include "files_texts.h"

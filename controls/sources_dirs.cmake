@@ -1,0 +1,1 @@
+tavona_sources(WINDOWS controls/dirui.cpp EXPORTS controls/exports_dirs.def)
