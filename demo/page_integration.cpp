@@ -17,6 +17,7 @@ enum : int {
   kFolder,
   kChooseFolder,
   kStatement,
+  kShowAll,
   kDump,
   kConfigure,
   kTo,
@@ -26,6 +27,7 @@ enum : int {
 };
 
 const wchar_t kKey[] = L"Software\\Tavona Software\\Demo";
+const wchar_t kSqlKey[] = L"Software\\Tavona Software\\Dump\\Sql";
 
 // A check box row turned into a push button (the form lays out check boxes
 // only).
@@ -58,9 +60,12 @@ class IntegrationPage : public demo::Page {
     f.Row(L"Statement:");
     statement_ = f.Edit(kStatement, L"SELECT name, city FROM customers WHERE city = 'Bern'", 0);
     f.Row(L"");
+    showAll_ = f.Check(kShowAll, L"Show every statement before it runs (DumpBeforePerform, ALL)",
+                       Tavona_ReadLongFromHKCU(kSqlKey, nullptr, L"DumpBeforePerform", 0) &&
+                           Tavona_ReadLongFromHKCU(kSqlKey, nullptr, L"ALL", 0));
+    f.Row(L"");
     Button(f, kDump, L"Dump statement");
     Button(f, kConfigure, L"Settings...");
-    f.Note(L"shown when \"Show statements\" and SELECT (or All) are on");
     f.EndGroup();
 
     f.BeginGroup(L"Mail (Tavona_SendMail)");
@@ -110,6 +115,13 @@ class IntegrationPage : public demo::Page {
         Show(L"Tavona_DirectoryDialog = " + std::to_wstring(rc));
         break;
       }
+      case kShowAll: {
+        LONG on = SendMessageW(showAll_, BM_GETCHECK, 0, 0) == BST_CHECKED ? 1 : 0;
+        Tavona_WriteLongToHKCU(kSqlKey, nullptr, L"DumpBeforePerform", on);
+        Tavona_WriteLongToHKCU(kSqlKey, nullptr, L"ALL", on);
+        Show(on ? L"statements are shown before they run" : L"statements run unseen");
+        break;
+      }
       case kDump: {
         wchar_t statement[1000];
         lstrcpynW(statement, demo::GetText(statement_).c_str(), 1000);
@@ -137,7 +149,7 @@ class IntegrationPage : public demo::Page {
  private:
   void Show(const std::wstring &text) { demo::SetText(result_, text); }
 
-  HWND name_, folder_, statement_, to_, subject_, result_;
+  HWND name_, folder_, statement_, showAll_, to_, subject_, result_;
 };
 
 }  // namespace
