@@ -378,7 +378,16 @@ INT FileNameDialog(bool save, WCHAR *name, INT size, HMODULE module, UINT filter
     if (save && size > 1) b.work[size - 2] = 0;
     ByteCopy(name, b.work.get(), size);
   }
-  if (remembered) WritePrivateProfileStringW(section, key, name, profile);
+  if (remembered) {
+    // A cut name may have no terminator left in the buffer: store what the
+    // buffer holds, and read nothing past it.
+    if (tv::LenBounded(name, size) >= size) {
+      CopyCut(b.work.get(), name, size);
+      WritePrivateProfileStringW(section, key, b.work.get(), profile);
+    } else {
+      WritePrivateProfileStringW(section, key, name, profile);
+    }
+  }
   return ofn.nFilterIndex ? INT(ofn.nFilterIndex) : 1;
 }
 

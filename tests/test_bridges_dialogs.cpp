@@ -255,8 +255,8 @@ TEST_F(FileDialogs, HalvedCopies) {
     int rc = tvui::RunModal(
         [&] {
           return r.extended ? Tavona_ExtendedFileNameDialog(name, 100, &request)
-                            : Tavona_SaveFileNameDialog(name, 100, nullptr, 0, 0, nullptr, nullptr,
-                                                        nullptr, L"Text|*.txt|", 0);
+                            : Tavona_SaveFileNameDialog(name, 100, nullptr, 0, 0, kIni, L"Files",
+                                                        L"Halved", L"Text|*.txt|", 0);
         },
         [&](tvui::Session &s) {
           HWND dlg = s.WaitDialog(r.extended ? L"Halved" : L"Save As");
@@ -268,6 +268,9 @@ TEST_F(FileDialogs, HalvedCopies) {
     std::wstring expected = (chosen + L'\0').substr(0, 50) + std::wstring(50, L'#');
     if (r.extended) expected.replace(98, 2, 2, L'\0');
     EXPECT_EQ(std::wstring(name, 100), expected) << (r.extended ? "extended " : "save ") << r.length;
+    // The profile gets what the buffer holds, up to its end at most.
+    if (!r.extended)
+      EXPECT_EQ(ProfileText(L"Files", L"Halved"), expected.substr(0, expected.find(L'\0')).substr(0, 99));
   }
 }
 
