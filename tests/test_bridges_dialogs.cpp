@@ -59,6 +59,21 @@ void ChangeFolder(tvui::Session &s, HWND dlg, const std::wstring &folder, const 
   EXPECT_EQ(s.Text(dlg, kLookIn), shown);
 }
 
+// Runs call; in its dialog checks the preset name (when given), then
+// types text and presses OK, or cancels when text is null.
+template <class F>
+int Pick(F call, std::wstring caption, const wchar_t *text, const wchar_t *preset = nullptr,
+         const wchar_t *shot = nullptr) {
+  return tvui::RunModal(call, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(caption);
+    if (preset) EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), preset);
+    if (shot) s.Screenshot(dlg, shot);
+    if (!text) return s.Click(dlg, IDCANCEL);
+    Choose(s, dlg, text);
+    s.WaitClosed(dlg);
+  });
+}
+
 void WriteFile(const std::wstring &path) {
   HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
   CloseHandle(h);
@@ -147,93 +162,50 @@ TEST_F(FileDialogs, FiltersAndPreselection) {
 // Change folder, choose, and find the name remembered; the next call
 // presets it; flag 4 keeps the stored name, flag 16 does not preset.
 TEST_F(FileDialogs, RememberedNameInRegistry) {
+  const wchar_t *stored = L"Software\\Tavona Software\\FileDialogTest\\Files";
   wchar_t name[520] = L"";
   TavonaFileNameRequest request = Request(L"Remember", 0);
-  int rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitDialog(L"Remember");
-                            ChangeFolder(s, dlg, kSub, L"sub");
-                            s.Screenshot(dlg, L"bridges_open_dialog");
-                            Choose(s, dlg, L"b.txt");
-                            s.WaitClosed(dlg);
-                          });
-  EXPECT_EQ(rc, 1);
+  auto call = [&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); };
+  EXPECT_EQ(tvui::RunModal(call, [](tvui::Session &s) {
+              HWND dlg = s.WaitDialog(L"Remember");
+              ChangeFolder(s, dlg, kSub, L"sub");
+              s.Screenshot(dlg, L"bridges_open_dialog");
+              Choose(s, dlg, L"b.txt");
+            }),
+            1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\b.txt");
-  EXPECT_EQ(RegistryText(L"Software\\Tavona Software\\FileDialogTest\\Files", L"Last"), name);
+  EXPECT_EQ(RegistryText(stored, L"Last"), name);
 
   lstrcpyW(name, L"C:\\elsewhere\\zzz.txt");
   request.flags = TAVONA_FND_NOSTORE;
-  rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                      [](tvui::Session &s) {
-                        HWND dlg = s.WaitDialog(L"Remember");
-                        EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), L"b.txt");
-                        EXPECT_EQ(s.Text(dlg, kLookIn), L"sub");
-                        s.Click(dlg, IDOK);
-                        s.WaitClosed(dlg);
-                      });
-  EXPECT_EQ(rc, 1);
-  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\b.txt");
-
-  lstrcpyW(name, L"C:\\tvbr\\sub\\c.txt");
+  EXPECT_EQ(Pick(call, L"Remember", L"c.txt", L"b.txt"), 1);
+  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\c.txt");
   request.flags = TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE;
-  rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                      [](tvui::Session &s) {
-                        HWND dlg = s.WaitDialog(L"Remember");
-                        EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), L"c.txt");
-                        Choose(s, dlg, L"a.txt");
-                        s.WaitClosed(dlg);
-                      });
-  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(Pick(call, L"Remember", L"a.txt", L"c.txt"), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\a.txt");
-  EXPECT_EQ(RegistryText(L"Software\\Tavona Software\\FileDialogTest\\Files", L"Last"),
-            L"C:\\tvbr\\sub\\b.txt")
-      << "flag 4 keeps the stored name";
+  EXPECT_EQ(RegistryText(stored, L"Last"), L"C:\\tvbr\\sub\\b.txt") << "flag 4 stores nothing";
 }
 
-// The profile file: the request without a key, and the argument-list
-// dialogs, which cancel without storing.
+// The profile file: the request without a key, the argument-list dialogs
+// (selector 2: save), and a cancel that stores nothing.
 TEST_F(FileDialogs, RememberedNameInProfile) {
   wchar_t name[520] = L"";
   TavonaFileNameRequest request = Request(L"Profile", TAVONA_FND_SAVE);
   request.key = nullptr;
   request.profile = kIni;
-  int rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitDialog(L"Profile");
-                            Choose(s, dlg, L"C:\\tvbr\\sub\\new");
-                            s.WaitClosed(dlg);
-                          });
-  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(Pick([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); }, L"Profile",
+                 L"C:\\tvbr\\sub\\new"),
+            1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\new.txt") << "default extension of the first filter";
   EXPECT_EQ(ProfileText(L"Files", L"Last"), name);
 
-  wchar_t other[520] = L"";
-  rc = tvui::RunModal(
-      [&] {
-        return Tavona_OpenFileNameDialog(other, 520, nullptr, 0, 0, kIni, L"Files", L"Last",
-                                         L"Text|*.txt|All|*.*|", 0);
-      },
-      [](tvui::Session &s) {
-        HWND dlg = s.WaitDialog(L"Open");
-        EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), L"new.txt") << "preset from the profile";
-        Choose(s, dlg, L"c.txt");
-        s.WaitClosed(dlg);
-      });
-  EXPECT_EQ(rc, 1);
-  EXPECT_STREQ(other, L"C:\\tvbr\\sub\\c.txt");
-  EXPECT_EQ(ProfileText(L"Files", L"Last"), other);
-
-  // selector 2 is the save dialog; cancelling stores nothing.
-  rc = tvui::RunModal(
-      [&] {
-        return Tavona_FileName_Dialog(other, 520, 2, nullptr, 0, 0, kIni, L"Files", L"Last",
-                                      L"Text|*.txt|", 0);
-      },
-      [](tvui::Session &s) {
-        HWND dlg = s.WaitDialog(L"Save As");
-        s.Click(dlg, IDCANCEL);
-      });
-  EXPECT_EQ(rc, 0);
+  auto list = [&](int selector) {
+    return Tavona_FileName_Dialog(name, 520, selector, nullptr, 0, 0, kIni, L"Files", L"Last",
+                                  L"Text|*.txt|All|*.*|", 0);
+  };
+  EXPECT_EQ(Pick([&] { return list(1); }, L"Open", L"c.txt", L"new.txt"), 1);
+  EXPECT_EQ(ProfileText(L"Files", L"Last"), L"C:\\tvbr\\sub\\c.txt");
+  EXPECT_EQ(Pick([&] { return list(2); }, L"Save As", nullptr, L"c.txt"), 0);
   EXPECT_EQ(ProfileText(L"Files", L"Last"), L"C:\\tvbr\\sub\\c.txt");
 }
 
@@ -252,17 +224,13 @@ TEST_F(FileDialogs, HalvedCopies) {
     for (wchar_t &c : name) c = L'#';
     name[0] = 0;
     TavonaFileNameRequest request = Request(L"Halved", TAVONA_FND_SAVE | TAVONA_FND_NOSTORE);
-    int rc = tvui::RunModal(
+    int rc = Pick(
         [&] {
           return r.extended ? Tavona_ExtendedFileNameDialog(name, 100, &request)
                             : Tavona_SaveFileNameDialog(name, 100, nullptr, 0, 0, kIni, L"Files",
                                                         L"Halved", L"Text|*.txt|", 0);
         },
-        [&](tvui::Session &s) {
-          HWND dlg = s.WaitDialog(r.extended ? L"Halved" : L"Save As");
-          Choose(s, dlg, chosen);
-          s.WaitClosed(dlg);
-        });
+        r.extended ? L"Halved" : L"Save As", chosen.c_str());
     EXPECT_EQ(rc, 1);
     // The first 50 characters land; the extended dialog zeroes the last two.
     std::wstring expected = (chosen + L'\0').substr(0, 50) + std::wstring(50, L'#');
@@ -283,12 +251,8 @@ TEST_F(FileDialogs, SeveralFiles) {
   lstrcpyW(name, L"C:\\tvbr\\sub\\");
   TavonaFileNameRequest request =
       Request(L"Several", TAVONA_FND_MULTISELECT | TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE);
-  int rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 100, &request); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitDialog(L"Several");
-                            Choose(s, dlg, L"\"a.txt\" \"b.txt\"");
-                            s.WaitClosed(dlg);
-                          });
+  auto call = [&] { return Tavona_ExtendedFileNameDialog(name, 100, &request); };
+  int rc = Pick(call, L"Several", L"\"a.txt\" \"b.txt\"");
   EXPECT_EQ(rc, 1);
   // Slot 1 lies over the initial "C:\tvbr\sub\" and its zero.
   std::wstring expected = std::wstring(L"C:\\tvbr\\sub\\a.t##") + L'\0' + L"C:\\tvb#####\\b.t##" +
@@ -297,25 +261,16 @@ TEST_F(FileDialogs, SeveralFiles) {
 
   // One file with multiple selection allowed comes back as one name.
   lstrcpyW(name, L"C:\\tvbr\\sub\\");
-  rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 100, &request); },
-                      [](tvui::Session &s) {
-                        HWND dlg = s.WaitDialog(L"Several");
-                        Choose(s, dlg, L"c.txt");
-                        s.WaitClosed(dlg);
-                      });
+  EXPECT_EQ(Pick(call, L"Several", L"c.txt"), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\c.txt");
 }
 
 // Deleting asks for each chosen file (whole names) and deletes on yes.
 TEST_F(FileDialogs, DeleteFiles) {
   g_reportAnswers = {IDYES, IDNO};
-  int rc = tvui::RunModal([&] { return Tavona_DeleteFilesDialog(kSub, L"Text|*.txt|"); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitDialog(Resource(IDS_TITLE_DELETE_FILES));
-                            s.Screenshot(dlg, Shot(L"bridges_delete_files"));
-                            Choose(s, dlg, L"\"a.txt\" \"b.txt\"");
-                            s.WaitClosed(dlg);
-                          });
+  int rc = Pick([&] { return Tavona_DeleteFilesDialog(kSub, L"Text|*.txt|"); },
+                Resource(IDS_TITLE_DELETE_FILES), L"\"a.txt\" \"b.txt\"", nullptr,
+                Shot(L"bridges_delete_files").c_str());
   EXPECT_EQ(rc, 1);
   ASSERT_EQ(g_capturedReports.size(), 2u);
   EXPECT_NE(g_capturedReports[0].find(L"C:\\tvbr\\sub\\a.txt"), std::wstring::npos)
@@ -385,60 +340,48 @@ TEST_F(FileDialogs, HookPlacesTheDialog) {
   });
 }
 
+// The initial folder is selected; flag 2 adds the edit box; without a
+// buffer OK still answers 1; cancel answers 2.
 TEST_F(FileDialogs, FolderBrowser) {
-  auto browse = [](wchar_t *path, int size, DWORD flags, bool ok, bool *hadEdit) {
-    return tvui::RunModal([&] { return Tavona_DirectoryDialog(path, size, L"Pick a folder", flags); },
+  auto browse = [](wchar_t *path, DWORD flags, bool ok) {
+    return tvui::RunModal([&] { return Tavona_DirectoryDialog(path, MAX_PATH, L"Pick", flags); },
                           [&](tvui::Session &s) {
                             HWND dlg = s.WaitAnyDialog();
-                            bool edit = false;
-                            for (HWND c : s.Children(dlg)) {
-                              wchar_t cls[16];
-                              GetClassNameW(c, cls, 16);
-                              if (lstrcmpiW(cls, L"Edit") == 0 && IsWindowVisible(c)) edit = true;
+                            if (flags & TAVONA_DIR_EDITBOX) {
+                              std::wstring edit = L"<no edit box>";
+                              for (HWND c : s.Children(dlg)) {
+                                wchar_t cls[8];
+                                GetClassNameW(c, cls, 8);
+                                if (lstrcmpiW(cls, L"Edit") == 0) edit = s.Text(c);
+                              }
+                              EXPECT_EQ(edit, L"sub");
+                              s.Screenshot(dlg, L"bridges_folder_dialog");
                             }
-                            if (hadEdit) *hadEdit = edit;
-                            if (flags == 3) s.Screenshot(dlg, L"bridges_folder_dialog");
                             s.Click(dlg, ok ? IDOK : IDCANCEL);
                           });
   };
   wchar_t path[MAX_PATH];
   lstrcpyW(path, kSub);
-  bool edit = true;
-  EXPECT_EQ(browse(path, MAX_PATH, 0, true, &edit), 1);
-  EXPECT_STREQ(path, kSub) << "the initial selection";
-  EXPECT_FALSE(edit);
-  EXPECT_EQ(browse(path, MAX_PATH, 3, true, &edit), 1);
-  EXPECT_TRUE(edit) << "flag 2 adds the edit box";
-  EXPECT_EQ(browse(nullptr, 0, 0, true, nullptr), 1) << "no buffer: nothing copied";
-  EXPECT_EQ(browse(path, MAX_PATH, 0, false, nullptr), 2);
+  EXPECT_EQ(browse(path, TAVONA_DIR_NEWSTYLE | TAVONA_DIR_EDITBOX, true), 1);
   EXPECT_STREQ(path, kSub);
+  EXPECT_EQ(browse(nullptr, 0, true), 1);
+  EXPECT_EQ(browse(path, 0, false), 2);
 }
 
-// Requests the dialog refuses at once, and empty filters.
+// Refused at once: null buffer or request, size 0. A one-character buffer
+// and a filter without its separator at the end still give a dialog.
 TEST_F(FileDialogs, BadInput) {
   wchar_t name[10] = L"keep";
   TavonaFileNameRequest request = Request(L"Bad", 0);
-  auto noDialog = [](auto call) {
-    return tvui::RunModal(call, [](tvui::Session &) {}, tvui::Ms(500));
-  };
+  auto noDialog = [](auto call) { return tvui::RunModal(call, [](tvui::Session &) {}); };
   EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(nullptr, 10, &request); }), 0);
   EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(name, 0, &request); }), 0);
   EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(name, 10, nullptr); }), 0);
-  EXPECT_EQ(noDialog([&] {
-              return Tavona_OpenFileNameDialog(nullptr, 10, nullptr, 0, 0, nullptr, nullptr,
-                                               nullptr, nullptr, 0);
-            }),
-            0);
   EXPECT_STREQ(name, L"keep");
-  // A buffer of one character, a filter without a separator at its end.
   wchar_t one[1] = {L'x'};
   request.filter = L"Text";
-  int rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(one, 1, &request); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitDialog(L"Bad", tvui::Ms(2000));
-                            s.Click(dlg, IDCANCEL);
-                          });
-  EXPECT_EQ(rc, 0);
+  EXPECT_EQ(Pick([&] { return Tavona_ExtendedFileNameDialog(one, 1, &request); }, L"Bad", nullptr),
+            0);
 }
 
 TEST(FileDialogsGerman, ResourceTextsInGerman) {
