@@ -1,6 +1,9 @@
 #include "frame/optlib.h"
 
 #include "base/wstr.h"
+#include "frame/globals.h"
+#include "frame/report.h"
+#include "tvres.h"
 
 namespace tv {
 
@@ -52,6 +55,19 @@ unique_hmodule LoadOptionalLibrary(const WCHAR *name) {
   n = GetSystemDirectoryW(folder, MAX_PATH);
   if (n > 0 && n < MAX_PATH) return unique_hmodule(LoadFromFolder(folder, name));
   return {};
+}
+
+HMODULE PictureLibrary() {
+  static const WCHAR kLibrary[] = L"kv32.dll";
+  if (!g.pictureModule) {
+    unique_hmodule module = LoadOptionalLibrary(kLibrary);
+    if (!module) {
+      ReportError(IDS_ERR_PICTURE_LIBRARY, kLibrary);
+      return nullptr;
+    }
+    g.pictureModule = module.release();
+  }
+  return g.pictureModule;
 }
 
 }  // namespace tv

@@ -12,4 +12,8 @@ namespace tv {
 // as given. Empty when the library cannot be loaded.
 unique_hmodule LoadOptionalLibrary(const WCHAR *name);
 
+// The picture conversion library "kv32.dll", loaded on first use and kept
+// until the library unloads. Null (reported as message 1384) when missing.
+HMODULE PictureLibrary();
+
 }  // namespace tv

@@ -129,5 +129,41 @@
 #define IDS_ERR_LTS_CATALOG 1370  /* file, line, reason */
 #define IDS_ERR_LTS_LOG_READ 1371 /* file, line, reason */
 #define IDS_LTS_REASON_BASE 3700  /* + the reader's problem number, 1 to 14 */
+/* File dialogs, statement dump, mail and editors. */
+#define IDS_TITLE_DELETE_FILES 1503
+#define IDS_CAPTION_MAPI_ERROR 1518
+#define IDS_FILTER_VIEWER 1519
+#define IDS_TITLE_VIEWER 1520
+#define IDS_PICTURE_BMP 1809
+#define IDS_PICTURE_WMF 1810
+#define IDS_PICTURE_EMF 1811
+#define IDS_PICTURE_PNG 1812
+#define IDS_PICTURE_OTHER 1813
+#define IDS_MAPI_ERR_1 1850 /* MAPI codes 1-6, then 8-15 at 1856-1863 */
+#define IDS_MAPI_ERR_16 2964
+#define IDS_MAPI_ERR_17 1865 /* codes 17-26 at 1865-1874 */
+#define IDD_SQL_DUMP_CONFIG 119
+#define IDD_SQL_DUMP 129
+#define IDC_DUMP_ALL 1001
+#define IDC_DUMP_BEFORE 1002
+#define IDC_DUMP_SELECT 1003
+#define IDC_DUMP_CREATE 1004
+#define IDC_DUMP_DROP 1005
+#define IDC_DUMP_ALTER 1006
+#define IDC_DUMP_UPDATE 1007
+#define IDC_DUMP_INSERT 1008
+#define IDC_DUMP_DELETE 1009
+#define IDC_DUMP_SUCC_INFO 1010
+#define IDC_DUMP_MAPI_NATIVE 1011
+#define IDC_DUMP_DEBUG_OUTPUT 1012
+#define IDC_DUMP_LOG 1013
+#define IDC_DUMP_LOG_FILE 1016
+#define IDC_DUMP_VIEWER 1017
+#define IDC_DUMP_STATEMENT 1079
+#define IDC_DUMP_KINDS 1080 /* the group of statement kinds */
+#define IDC_DUMP_DELETE_LOG 1082
+#define IDC_DUMP_BROWSE_VIEWER 1083
+#define IDC_DUMP_SHOW_LOG 1084
+#define IDC_DUMP_CONFIGURE 3
 
 #endif

@@ -3,6 +3,7 @@
 #include <tavona/settings.h>
 
 #include "frame/handles.h"
+#include "frame/optlib.h"
 #include "frame/report.h"
 #include "base/wstr.h"
 #include "tvres.h"
@@ -12,16 +13,12 @@ namespace {
 constexpr UINT kHelpContext = 0x000F;  // HH_HELP_CONTEXT
 using HtmlHelpProc = HWND(WINAPI *)(HWND, const WCHAR *, UINT, DWORD_PTR);
 
-// The viewer lives in hhctrl.ocx; it stays loaded while the process runs,
-// since its help window outlives the call that opened it.
+// The viewer lives in hhctrl.ocx, found as a bare name is (the program's
+// folder, then the system folders; never the current directory). It stays
+// loaded while the process runs, since its help window outlives the call
+// that opened it.
 HtmlHelpProc HtmlHelpEntry() {
-  static tv::unique_hmodule viewer = [] {
-    WCHAR path[MAX_PATH];
-    UINT n = GetSystemDirectoryW(path, MAX_PATH);
-    tv::Appender a(path, MAX_PATH);
-    if (n == 0 || n >= MAX_PATH || !a.Append(L"\\hhctrl.ocx")) return tv::unique_hmodule();
-    return tv::unique_hmodule(LoadLibraryW(path));
-  }();
+  static tv::unique_hmodule viewer = tv::LoadOptionalLibrary(L"hhctrl.ocx");
   if (!viewer) return nullptr;
   return tv::ProcAddress<HtmlHelpProc>(viewer.get(), "HtmlHelpW");
 }

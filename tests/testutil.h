@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cwchar>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -171,5 +173,21 @@ inline void RemoveTree(const std::wstring &dir) {
   }
   SetFileAttributesW(dir.c_str(), FILE_ATTRIBUTE_NORMAL);
   RemoveDirectoryW(dir.c_str());
+}
+
+// The German run of a test (a child started by RunInLanguage(L"de", ...)).
+inline bool IsGermanRun() { return GermanRun(); }
+
+// What the error reporter sent to the application's callback: install
+// CaptureReports with Tavona_SetErrorHandlerCallback. Each report is
+// answered with the next of g_reportAnswers (IDOK when none is left).
+inline std::vector<std::wstring> g_capturedReports;
+inline std::deque<int> g_reportAnswers;
+inline INT WINAPI CaptureReports(const WCHAR *message) {
+  g_capturedReports.push_back(message ? message : L"");
+  if (g_reportAnswers.empty()) return IDOK;
+  int answer = g_reportAnswers.front();
+  g_reportAnswers.pop_front();
+  return answer;
 }
 #endif

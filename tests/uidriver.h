@@ -119,6 +119,19 @@ class Session {
   Run &run_;
 };
 
+// The file name field of a common open or save dialog: the edit inside its
+// combo box 1148 (cmb13), waited for while the dialog is still being built.
+inline HWND FileNameField(Session &s, HWND dlg, Where w = Where::current()) {
+  for (int i = 0; i < 40; ++i, Sleep(50)) {
+    for (HWND c : s.Children(dlg)) {
+      wchar_t cls[16];
+      GetClassNameW(c, cls, 16);
+      if (GetDlgCtrlID(c) == 1148 && lstrcmpiW(cls, L"Edit") == 0) return c;
+    }
+  }
+  s.Fail("no file name field", w);
+}
+
 using Script = std::function<void(Session &)>;
 
 void RunModalImpl(const std::function<void()> &call, const Script &script, Ms timeout,

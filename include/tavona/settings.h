@@ -146,6 +146,127 @@ INT WINAPI Tavona_ColorDialog(HWND owner, COLORREF *color);
  * unused is not read. */
 void WINAPI Tavona_PerformHelp(HMODULE module, DWORD context, DWORD unused);
 
+/* ---- File and folder dialogs -------------------------------------------- */
+
+/* The request of Tavona_ExtendedFileNameDialog. Fields 7 to 11 address the
+ * remembered name as every setting is addressed (note the order: section
+ * before profile here); the name is remembered only when section and value
+ * are both given. Filter texts are pairs of description and pattern, each
+ * followed by the separator, which is the text's last character
+ * ("Text (*.txt)|*.txt|All (*.*)|*.*|").
+ *
+ * Layout: Win32 offsets 0, 4, 8, ... 48 (size 52). Win64 natural
+ * alignment: reserved 0, module 8, filterId 16, filter 24, titleId 32,
+ * title 40, root 48, key 56, section 64, profile 72, value 80, flags 88,
+ * ltsModule 96 (size 104). */
+typedef struct TavonaFileNameRequest {
+  DWORD reserved;         /* not read */
+  HMODULE module;         /* string resources of filterId and titleId */
+  UINT filterId;
+  const WCHAR *filter;    /* used instead of filterId when non-empty */
+  UINT titleId;
+  const WCHAR *title;     /* used instead of titleId when non-empty */
+  HKEY root;              /* NULL = HKEY_CURRENT_USER */
+  const WCHAR *key;
+  const WCHAR *section;
+  const WCHAR *profile;
+  const WCHAR *value;
+  DWORD flags;            /* TAVONA_FND_... */
+  const WCHAR *ltsModule; /* module name the resource texts are translated
+                             under; NULL = the library's own */
+} TavonaFileNameRequest;
+
+#define TAVONA_FND_PICTURE_KIND1 1  /* with TAVONA_FND_PICTURES: list kind 1 */
+#define TAVONA_FND_SAVE 2
+#define TAVONA_FND_NOSTORE 4
+#define TAVONA_FND_MULTISELECT 8
+#define TAVONA_FND_NOPRESET 16
+#define TAVONA_FND_NOVALIDATE 32
+#define TAVONA_FND_PICTURES 128     /* filter from the picture library */
+
+/* The open or save dialog of the request. name holds the proposed name on
+ * entry. On OK it receives the chosen name copied as size BYTES, i.e. its
+ * first size / 2 characters, and the last two characters of the buffer
+ * become zero: pass a buffer twice as large as the longest name expected.
+ * With several files chosen it receives "dir\name" entries, each
+ * zero-terminated, and a closing zero (each part again copied as its length
+ * in bytes). Returns the chosen filter index (from 1), 0 on cancel. */
+INT WINAPI Tavona_ExtendedFileNameDialog(WCHAR *name, INT size,
+                                         const TavonaFileNameRequest *request);
+/* A hook procedure for OPENFILENAMEW.lpfnHook: puts the dialog at 150, 200
+ * with the screen's width less 300 and its height less 600. */
+UINT_PTR CALLBACK ExtendedFileNameDialog(HWND dialog, UINT message, WPARAM wParam,
+                                         LPARAM lParam);
+
+#define TAVONA_DIR_NEWSTYLE 1
+#define TAVONA_DIR_EDITBOX 2
+/* The shell's folder browser starting at path (may be NULL). 1 when a
+ * folder was chosen (copied into path when it fits size), 2 otherwise. */
+INT WINAPI Tavona_DirectoryDialog(WCHAR *path, INT size, const WCHAR *title, DWORD flags);
+
+/* Open and save dialogs with the remembered name in a profile file (when
+ * profile, section and key are all given). filter replaces filterId when
+ * given; flags are ORed into OPENFILENAMEW.Flags. On OK name receives its
+ * first size / 2 characters only (a byte count of size): see above. With
+ * OFN_ALLOWMULTISELECT the entries are "dir\name" as above. Returns the
+ * chosen filter index (from 1), 0 on cancel or failure. */
+INT WINAPI Tavona_OpenFileNameDialog(WCHAR *name, INT size, HMODULE module, UINT filterId,
+                                     UINT titleId, const WCHAR *profile, const WCHAR *section,
+                                     const WCHAR *key, const WCHAR *filter, DWORD flags);
+INT WINAPI Tavona_SaveFileNameDialog(WCHAR *name, INT size, HMODULE module, UINT filterId,
+                                     UINT titleId, const WCHAR *profile, const WCHAR *section,
+                                     const WCHAR *key, const WCHAR *filter, DWORD flags);
+/* selector 1: Tavona_OpenFileNameDialog, otherwise the save dialog. */
+INT WINAPI Tavona_FileName_Dialog(WCHAR *name, INT size, INT selector, HMODULE module,
+                                  UINT filterId, UINT titleId, const WCHAR *profile,
+                                  const WCHAR *section, const WCHAR *key, const WCHAR *filter,
+                                  DWORD flags);
+/* Lets the user pick files in folder (NULL: the current one) with the
+ * filter text (NULL: all files) and deletes each one the user confirms.
+ * Returns the number of files deleted. */
+INT WINAPI Tavona_DeleteFilesDialog(const WCHAR *folder, const WCHAR *filter);
+
+/* ---- Statement dump ------------------------------------------------------- */
+
+/* Settings under HKEY_CURRENT_USER "Software\Tavona Software\Dump\Sql",
+ * read at every call. 1: perform the statement (possibly edited in place,
+ * bounded to size), 2: the user cancelled it. */
+INT WINAPI Tavona_DumpSqlStatement(WCHAR *statement, INT size);
+/* Appends "a b c d" (NULLs as empty) to the statement log: 0 when written
+ * or when the file cannot be opened, 1 when no log file is configured. */
+INT WINAPI TavonaDump(const WCHAR *a, const WCHAR *b, const WCHAR *c, const WCHAR *d);
+/* The configuration dialog: 1 OK, 2 cancel. */
+INT WINAPI TavonaDumpConfigure(void);
+/* 0 dump off, 1 on; 2 and 3 the same with "DisplaySuccWithInfo" set. */
+INT WINAPI Tavona_GetDumpState(void);
+INT_PTR CALLBACK SqlDump_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                         LPARAM lParam);
+INT_PTR CALLBACK SqlDumpConfig_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                               LPARAM lParam);
+
+/* ---- Mail and external editors ------------------------------------------- */
+
+/* Address and attachment lists are ';'-separated (empty entries dropped).
+ * The mail client's compose dialog always opens. 0 once MAPISendMail was
+ * called (its errors are shown), -1 when MAPI32.DLL or the entry is
+ * missing (reported). */
+INT WINAPI Tavona_SendMail(const WCHAR *sender, const WCHAR *to, const WCHAR *cc,
+                           const WCHAR *bcc, const WCHAR *subject, const WCHAR *text,
+                           const WCHAR *attachments);
+/* Shows the readable text of a MAPI error code (nothing for 0); always 1. */
+INT WINAPI Tavona_DisplayMapiError(HWND owner, ULONG code, const WCHAR *routine,
+                                   LPARAM unused);
+/* Mode 1 runs "Xed_ModalEditor" of xeddll.dll with the seven values and a
+ * final 0 and returns its result; 2 for other modes or when the editor
+ * library or entry is missing (reported). */
+INT WINAPI Tavona_ModalEditor(INT mode, LPARAM v1, LPARAM v2, LPARAM v3, LPARAM v4, LPARAM v5,
+                              LPARAM v6, LPARAM v7);
+/* "TavonaExt_EditRTF" of TAVONAEX.DLL with the three values: its result, 0
+ * when the library or entry is missing (reported). */
+INT WINAPI Tavona_EditRtf(LPARAM v1, LPARAM v2, LPARAM v3);
+/* Non-zero when TAVONAEX.DLL loads and has "TavonaExt_EditRTF". */
+INT WINAPI Tavona_IsRtfEditorAvailable(void);
+
 TAVONA_END_DECLS
 
 #endif

@@ -12,3 +12,4 @@
 #include "numbers_texts.h"
 #include "translation_texts.h"
 #include "files_texts.h"
+#include "settings_texts.h"

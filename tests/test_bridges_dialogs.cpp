@@ -1,0 +1,394 @@
+// The open, save and folder dialogs driven for real: filters and their
+// preselection, the remembered name in the registry and in profile files,
+// the halved copies kept from the original interface, several files, the
+// picture filter from the stand-in picture library, the hook procedure
+// and the delete dialog. The German run repeats the dialogs whose texts
+// come from the resource library.
+#include <tavona/tavona32.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+const wchar_t kKey[] = L"Software\\Tavona Software\\FileDialogTest";
+const wchar_t kDir[] = L"C:\\tvbr";
+const wchar_t kSub[] = L"C:\\tvbr\\sub";
+const wchar_t kIni[] = L"C:\\tvbr\\remember.ini";
+constexpr int kFileType = 1136;
+constexpr int kLookIn = 1137;
+
+std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (IsGermanRun() ? L"_de" : L""); }
+
+std::wstring Resource(UINT id) {
+  wchar_t text[500] = L"";
+  LoadStringW(Tavona_GetResourceModule(), id, text, 500);
+  return text;
+}
+
+std::wstring RegistryText(const wchar_t *key, const wchar_t *value) {
+  wchar_t buf[600] = {};
+  DWORD bytes = sizeof buf;
+  if (RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes))
+    return L"<missing>";
+  return buf;
+}
+
+std::wstring ProfileText(const wchar_t *section, const wchar_t *key) {
+  wchar_t buf[600];
+  GetPrivateProfileStringW(section, key, L"<missing>", buf, 600, kIni);
+  return buf;
+}
+
+// Types into the name field and presses OK, as a user would.
+void Choose(tvui::Session &s, HWND dlg, const std::wstring &text) {
+  s.Send(tvui::FileNameField(s, dlg), WM_SETTEXT, 0, LPARAM(text.c_str()));
+  s.Click(dlg, IDOK);
+}
+
+// Types a folder and presses OK: the dialog stays and shows that folder.
+void ChangeFolder(tvui::Session &s, HWND dlg, const std::wstring &folder, const wchar_t *shown) {
+  Choose(s, dlg, folder);
+  for (int i = 0; i < 50 && s.Text(dlg, kLookIn) != shown; ++i) Sleep(100);
+  EXPECT_EQ(s.Text(dlg, kLookIn), shown);
+}
+
+// Runs call; in its dialog checks the preset name (when given), then
+// types text and presses OK, or cancels when text is null.
+template <class F>
+int Pick(F call, std::wstring caption, const wchar_t *text, const wchar_t *preset = nullptr,
+         const wchar_t *shot = nullptr) {
+  return tvui::RunModal(call, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(caption);
+    if (preset) EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), preset);
+    if (shot) s.Screenshot(dlg, shot);
+    if (!text) return s.Click(dlg, IDCANCEL);
+    Choose(s, dlg, text);
+    s.WaitClosed(dlg);
+  });
+}
+
+void WriteFile(const std::wstring &path) {
+  HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  CloseHandle(h);
+}
+
+bool Exists(const std::wstring &path) {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+class FileDialogs : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+    CreateDirectoryW(kDir, nullptr);
+    CreateDirectoryW(kSub, nullptr);
+    for (const wchar_t *name : {L"a.txt", L"b.txt", L"c.txt"})
+      WriteFile(std::wstring(kSub) + L"\\" + name);
+    DeleteFileW(kIni);
+    Tavona_SetErrorHandlerCallback(CaptureReports);
+    g_capturedReports.clear();
+  }
+  void TearDown() override {
+    Tavona_SetErrorHandlerCallback(nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+  }
+  TavonaFileNameRequest Request(const wchar_t *title, DWORD flags) {
+    TavonaFileNameRequest r = {};
+    r.title = title;
+    r.filter = L"Text (*.txt)|*.txt|All (*.*)|*.*|";
+    r.key = kKey;
+    r.section = L"Files";
+    r.value = L"Last";
+    r.flags = flags;
+    return r;
+  }
+};
+
+// The visible separator becomes the list of pairs; the filter of the
+// name's extension is preselected.
+TEST_F(FileDialogs, FiltersAndPreselection) {
+  struct Row {
+    const wchar_t *filter;
+    const wchar_t *name;
+    std::vector<std::wstring> items;
+    int selected;
+  } rows[] = {
+      {L"Text files (*.txt)|*.txt|All (*.*)|*.*|", L"c:\\a\\b.txt",
+       {L"Text files (*.txt)", L"All (*.*)"}, 0},
+      {L"Text|*.txt|All|*.*|", L"a.TXT", {L"Text", L"All"}, 0},
+      {L"A;*.a;D;*.dat;", L"x.dat", {L"A", L"D"}, 1},
+      {L"A|*.a|D|*.dat|", L"x.none", {L"A", L"D"}, 0},
+      {L"A|*.a|B|", L"x.b", {L"A", L"B"}, 0},  // a description without a pattern
+  };
+  for (const Row &r : rows) {
+    wchar_t name[520];
+    lstrcpyW(name, r.name);
+    TavonaFileNameRequest request = Request(L"Filters", TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE);
+    request.filter = r.filter;
+    int rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
+                            [&](tvui::Session &s) {
+                              HWND dlg = s.WaitDialog(L"Filters");
+                              EXPECT_EQ(s.Items(dlg, kFileType), r.items) << Narrow(r.filter);
+                              EXPECT_EQ(s.Selection(dlg, kFileType), r.selected)
+                                  << Narrow(r.filter);
+                              s.Click(dlg, IDCANCEL);
+                            });
+    EXPECT_EQ(rc, 0);
+  }
+  // Title and filter from string resources of a module.
+  wchar_t name[520] = L"x.EXE";
+  TavonaFileNameRequest request = Request(nullptr, TAVONA_FND_NOPRESET);
+  request.filter = L"";
+  request.module = Tavona_GetResourceModule();
+  request.filterId = IDS_FILTER_VIEWER;
+  request.titleId = IDS_TITLE_VIEWER;
+  tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
+                 [&](tvui::Session &s) {
+                   HWND dlg = s.WaitDialog(Resource(IDS_TITLE_VIEWER));
+                   EXPECT_EQ(s.Items(dlg, kFileType).size(), 2u);
+                   EXPECT_EQ(s.Selection(dlg, kFileType), 0);
+                   s.Screenshot(dlg, Shot(L"bridges_open_resource_texts"));
+                   s.Click(dlg, IDCANCEL);
+                 });
+}
+
+// Change folder, choose, and find the name remembered; the next call
+// presets it; flag 4 keeps the stored name, flag 16 does not preset.
+TEST_F(FileDialogs, RememberedNameInRegistry) {
+  const wchar_t *stored = L"Software\\Tavona Software\\FileDialogTest\\Files";
+  wchar_t name[520] = L"";
+  TavonaFileNameRequest request = Request(L"Remember", 0);
+  auto call = [&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); };
+  EXPECT_EQ(tvui::RunModal(call, [](tvui::Session &s) {
+              HWND dlg = s.WaitDialog(L"Remember");
+              ChangeFolder(s, dlg, kSub, L"sub");
+              s.Screenshot(dlg, L"bridges_open_dialog");
+              Choose(s, dlg, L"b.txt");
+            }),
+            1);
+  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\b.txt");
+  EXPECT_EQ(RegistryText(stored, L"Last"), name);
+
+  lstrcpyW(name, L"C:\\elsewhere\\zzz.txt");
+  request.flags = TAVONA_FND_NOSTORE;
+  EXPECT_EQ(Pick(call, L"Remember", L"c.txt", L"b.txt"), 1);
+  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\c.txt");
+  request.flags = TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE;
+  EXPECT_EQ(Pick(call, L"Remember", L"a.txt", L"c.txt"), 1);
+  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\a.txt");
+  EXPECT_EQ(RegistryText(stored, L"Last"), L"C:\\tvbr\\sub\\b.txt") << "flag 4 stores nothing";
+}
+
+// The profile file: the request without a key, the argument-list dialogs
+// (selector 2: save), and a cancel that stores nothing.
+TEST_F(FileDialogs, RememberedNameInProfile) {
+  wchar_t name[520] = L"";
+  TavonaFileNameRequest request = Request(L"Profile", TAVONA_FND_SAVE);
+  request.key = nullptr;
+  request.profile = kIni;
+  EXPECT_EQ(Pick([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); }, L"Profile",
+                 L"C:\\tvbr\\sub\\new"),
+            1);
+  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\new.txt") << "default extension of the first filter";
+  EXPECT_EQ(ProfileText(L"Files", L"Last"), name);
+
+  auto list = [&](int selector) {
+    return Tavona_FileName_Dialog(name, 520, selector, nullptr, 0, 0, kIni, L"Files", L"Last",
+                                  L"Text|*.txt|All|*.*|", 0);
+  };
+  EXPECT_EQ(Pick([&] { return list(1); }, L"Open", L"c.txt", L"new.txt"), 1);
+  EXPECT_EQ(ProfileText(L"Files", L"Last"), L"C:\\tvbr\\sub\\c.txt");
+  EXPECT_EQ(Pick([&] { return list(2); }, L"Save As", nullptr, L"c.txt"), 0);
+  EXPECT_EQ(ProfileText(L"Files", L"Last"), L"C:\\tvbr\\sub\\c.txt");
+}
+
+// The chosen name comes back as size BYTES: a 100-character buffer takes
+// names of up to 49 characters whole; longer ones arrive cut at 50 with no
+// terminator, the rest of the buffer as it was.
+TEST_F(FileDialogs, HalvedCopies) {
+  struct Row {
+    bool extended;
+    int length;  // of the whole chosen name
+  } rows[] = {{false, 49}, {false, 60}, {true, 49}, {true, 60}};
+  for (const Row &r : rows) {
+    std::wstring chosen = std::wstring(kSub) + L"\\" +
+                          std::wstring(r.length - lstrlenW(kSub) - 5, L'n') + L".txt";
+    wchar_t name[100];
+    for (wchar_t &c : name) c = L'#';
+    name[0] = 0;
+    TavonaFileNameRequest request = Request(L"Halved", TAVONA_FND_SAVE | TAVONA_FND_NOSTORE);
+    int rc = Pick(
+        [&] {
+          return r.extended ? Tavona_ExtendedFileNameDialog(name, 100, &request)
+                            : Tavona_SaveFileNameDialog(name, 100, nullptr, 0, 0, kIni, L"Files",
+                                                        L"Halved", L"Text|*.txt|", 0);
+        },
+        r.extended ? L"Halved" : L"Save As", chosen.c_str());
+    EXPECT_EQ(rc, 1);
+    // The first 50 characters land; the extended dialog zeroes the last two.
+    std::wstring expected = (chosen + L'\0').substr(0, 50) + std::wstring(50, L'#');
+    if (r.extended) expected.replace(98, 2, 2, L'\0');
+    EXPECT_EQ(std::wstring(name, 100), expected) << (r.extended ? "extended " : "save ") << r.length;
+    // The profile gets what the buffer holds, up to its end at most.
+    if (!r.extended)
+      EXPECT_EQ(ProfileText(L"Files", L"Halved"), expected.substr(0, expected.find(L'\0')).substr(0, 99));
+  }
+}
+
+// Several names: "dir\name" entries, each part copied with a byte count
+// of its length in characters, so only its first half is written and the
+// rest of the slot keeps what the buffer held.
+TEST_F(FileDialogs, SeveralFiles) {
+  wchar_t name[100];
+  for (wchar_t &c : name) c = L'#';
+  lstrcpyW(name, L"C:\\tvbr\\sub\\");
+  TavonaFileNameRequest request =
+      Request(L"Several", TAVONA_FND_MULTISELECT | TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE);
+  auto call = [&] { return Tavona_ExtendedFileNameDialog(name, 100, &request); };
+  int rc = Pick(call, L"Several", L"\"a.txt\" \"b.txt\"");
+  EXPECT_EQ(rc, 1);
+  // Slot 1 lies over the initial "C:\tvbr\sub\" and its zero.
+  std::wstring expected = std::wstring(L"C:\\tvbr\\sub\\a.t##") + L'\0' + L"C:\\tvb#####\\b.t##" +
+                          L'\0' + L'\0' + L'#';
+  EXPECT_EQ(std::wstring(name, expected.size()), expected) << Narrow(std::wstring(name, 40));
+
+  // One file with multiple selection allowed comes back as one name.
+  lstrcpyW(name, L"C:\\tvbr\\sub\\");
+  EXPECT_EQ(Pick(call, L"Several", L"c.txt"), 1);
+  EXPECT_STREQ(name, L"C:\\tvbr\\sub\\c.txt");
+}
+
+// Deleting asks for each chosen file (whole names) and deletes on yes.
+TEST_F(FileDialogs, DeleteFiles) {
+  g_reportAnswers = {IDYES, IDNO};
+  int rc = Pick([&] { return Tavona_DeleteFilesDialog(kSub, L"Text|*.txt|"); },
+                Resource(IDS_TITLE_DELETE_FILES), L"\"a.txt\" \"b.txt\"", nullptr,
+                Shot(L"bridges_delete_files").c_str());
+  EXPECT_EQ(rc, 1);
+  ASSERT_EQ(g_capturedReports.size(), 2u);
+  EXPECT_NE(g_capturedReports[0].find(L"C:\\tvbr\\sub\\a.txt"), std::wstring::npos)
+      << Narrow(g_capturedReports[0]);
+  EXPECT_NE(g_capturedReports[1].find(L"C:\\tvbr\\sub\\b.txt"), std::wstring::npos);
+  EXPECT_FALSE(Exists(L"C:\\tvbr\\sub\\a.txt"));
+  EXPECT_TRUE(Exists(L"C:\\tvbr\\sub\\b.txt"));
+}
+
+// Picture filters from the stand-in picture library: missing, then the
+// two list kinds.
+TEST_F(FileDialogs, PictureFilters) {
+  auto items = [&](DWORD flags, const wchar_t *file, int selected) {
+    wchar_t name[520];
+    lstrcpyW(name, file);
+    TavonaFileNameRequest request = Request(L"Pictures", flags | TAVONA_FND_NOPRESET);
+    std::vector<std::wstring> shown;
+    tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
+                   [&](tvui::Session &s) {
+                     HWND dlg = s.WaitDialog(L"Pictures");
+                     shown = s.Items(dlg, kFileType);
+                     if (selected >= 0) EXPECT_EQ(s.Selection(dlg, kFileType), selected);
+                     if (!shown.empty()) s.Screenshot(dlg, Shot(L"bridges_picture_filter"));
+                     s.Click(dlg, IDCANCEL);
+                   });
+    return shown;
+  };
+  EXPECT_TRUE(items(TAVONA_FND_PICTURES, L"x.png", -1).empty());
+  ASSERT_EQ(g_capturedReports.size(), 1u);
+  EXPECT_NE(g_capturedReports[0].find(L"kv32.dll"), std::wstring::npos);
+
+  DLL_DIRECTORY_COOKIE cookie = AddDllDirectory((BinDir() + L"kv32_full").c_str());
+  auto d = [](UINT id, const wchar_t *ext) {
+    return Resource(id) + L"  (*." + ext + L")";
+  };
+  EXPECT_EQ(items(TAVONA_FND_PICTURES | TAVONA_FND_PICTURE_KIND1, L"C:\\x.PNG", 1),
+            (std::vector<std::wstring>{d(1809, L"bmp"), d(1812, L"png"), d(1813, L"jpg"),
+                                       d(1810, L"wmf"), d(1811, L"emf")}));
+  EXPECT_EQ(items(TAVONA_FND_PICTURES, L"", 0),
+            (std::vector<std::wstring>{d(1813, L"gif"), d(1813, L"tif")}));
+  EXPECT_EQ(Resource(1809), IsGermanRun() ? L"Windows-Bitmap" : L"Windows bitmap");
+  RemoveDllDirectory(cookie);
+  EXPECT_EQ(g_capturedReports.size(), 1u);
+}
+
+// The hook procedure places the dialog at 150, 200 with the screen's size
+// less 300 by 600.
+TEST_F(FileDialogs, HookPlacesTheDialog) {
+  wchar_t name[260] = L"";
+  OPENFILENAMEW ofn = {};
+  ofn.lStructSize = sizeof ofn;
+  ofn.lpstrFile = name;
+  ofn.nMaxFile = 260;
+  ofn.lpstrTitle = L"Hooked";
+  ofn.Flags = OFN_EXPLORER | OFN_ENABLEHOOK;
+  ofn.lpfnHook = ExtendedFileNameDialog;
+  RECT expected = {150, 200, GetSystemMetrics(SM_CXSCREEN) - 150,
+                   GetSystemMetrics(SM_CYSCREEN) - 400};
+  tvui::RunModal([&] { return GetOpenFileNameW(&ofn); }, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(L"Hooked");
+    RECT r = {};
+    for (int i = 0; i < 50; ++i, Sleep(100))
+      if (GetWindowRect(dlg, &r) && EqualRect(&r, &expected)) break;
+    EXPECT_TRUE(EqualRect(&r, &expected))
+        << r.left << "," << r.top << "," << r.right << "," << r.bottom;
+    s.Click(dlg, IDCANCEL);
+  });
+}
+
+// The initial folder is selected; flag 2 adds the edit box; without a
+// buffer OK still answers 1; cancel answers 2.
+TEST_F(FileDialogs, FolderBrowser) {
+  auto browse = [](wchar_t *path, DWORD flags, bool ok) {
+    return tvui::RunModal([&] { return Tavona_DirectoryDialog(path, MAX_PATH, L"Pick", flags); },
+                          [&](tvui::Session &s) {
+                            HWND dlg = s.WaitAnyDialog();
+                            if (flags & TAVONA_DIR_EDITBOX) {
+                              std::wstring edit = L"<no edit box>";
+                              for (HWND c : s.Children(dlg)) {
+                                wchar_t cls[8];
+                                GetClassNameW(c, cls, 8);
+                                if (lstrcmpiW(cls, L"Edit") == 0) edit = s.Text(c);
+                              }
+                              EXPECT_EQ(edit, L"sub");
+                              s.Screenshot(dlg, L"bridges_folder_dialog");
+                            }
+                            s.Click(dlg, ok ? IDOK : IDCANCEL);
+                          });
+  };
+  wchar_t path[MAX_PATH];
+  lstrcpyW(path, kSub);
+  EXPECT_EQ(browse(path, TAVONA_DIR_NEWSTYLE | TAVONA_DIR_EDITBOX, true), 1);
+  EXPECT_STREQ(path, kSub);
+  EXPECT_EQ(browse(nullptr, 0, true), 1);
+  EXPECT_EQ(browse(path, 0, false), 2);
+}
+
+// Refused at once: null buffer or request, size 0. A one-character buffer
+// and a filter without its separator at the end still give a dialog.
+TEST_F(FileDialogs, BadInput) {
+  wchar_t name[10] = L"keep";
+  TavonaFileNameRequest request = Request(L"Bad", 0);
+  auto noDialog = [](auto call) { return tvui::RunModal(call, [](tvui::Session &) {}); };
+  EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(nullptr, 10, &request); }), 0);
+  EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(name, 0, &request); }), 0);
+  EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(name, 10, nullptr); }), 0);
+  EXPECT_STREQ(name, L"keep");
+  wchar_t one[1] = {L'x'};
+  request.filter = L"Text";
+  EXPECT_EQ(Pick([&] { return Tavona_ExtendedFileNameDialog(one, 1, &request); }, L"Bad", nullptr),
+            0);
+}
+
+TEST(FileDialogsGerman, ResourceTextsInGerman) {
+  if (IsGermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunInLanguage(L"de", L"FileDialogs.DeleteFiles:FileDialogs.PictureFilters:"
+                                     L"FileDialogs.FiltersAndPreselection"),
+            0u);
+}
+
+}  // namespace
