@@ -91,6 +91,10 @@ class Appender {
   bool Append(const WCHAR *src);
   bool Append(const WCHAR *src, int count);
   bool Append(WCHAR c);
+  // Appends as much of src[0, count) as fits before the terminator and
+  // leaves the text terminated: for outputs that are cut, not emptied.
+  // False when something was left out.
+  bool AppendCut(const WCHAR *src, int count);
   int Length() const { return len_; }
 
  private:

@@ -54,6 +54,7 @@ inline void CloseGdi(HGDIOBJ o) { DeleteObject(o); }
 inline void CloseGlobal(HGLOBAL m) { GlobalFree(m); }
 inline void CloseDc(HDC dc) { DeleteDC(dc); }
 inline void CloseIcon(HICON i) { DestroyIcon(i); }
+inline void CloseMenu(HMENU m) { DestroyMenu(m); }
 
 using unique_hkey = unique_any<HKEY, CloseKey>;
 using unique_hfile = unique_any<HANDLE, CloseFile, InvalidFileHandle>;
@@ -64,6 +65,7 @@ using unique_hbitmap = unique_any<HBITMAP, CloseGdi>;
 using unique_hglobal = unique_any<HGLOBAL, CloseGlobal>;
 using unique_hdc = unique_any<HDC, CloseDc>;
 using unique_hicon = unique_any<HICON, CloseIcon>;
+using unique_hmenu = unique_any<HMENU, CloseMenu>;
 
 // A window DC obtained with GetDC, released with ReleaseDC.
 class window_dc {
