@@ -86,6 +86,27 @@ int InsertRow(HWND lv, int row, const WCHAR *text) {
   return static_cast<int>(SendMessageW(lv, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
+// Holds the painting of a visible list view during a batch of changes and
+// repaints once at the end (wine repaints the header after every column
+// otherwise). A list view already hidden or frozen by its caller stays so.
+class NoRedraw {
+ public:
+  explicit NoRedraw(HWND lv)
+      : lv_((GetWindowLongPtrW(lv, GWL_STYLE) & WS_VISIBLE) ? lv : nullptr) {
+    if (lv_) SendMessageW(lv_, WM_SETREDRAW, FALSE, 0);
+  }
+  ~NoRedraw() {
+    if (!lv_) return;
+    SendMessageW(lv_, WM_SETREDRAW, TRUE, 0);
+    RedrawWindow(lv_, nullptr, nullptr, RDW_ERASE | RDW_FRAME | RDW_INVALIDATE | RDW_ALLCHILDREN);
+  }
+  NoRedraw(const NoRedraw &) = delete;
+  NoRedraw &operator=(const NoRedraw &) = delete;
+
+ private:
+  HWND lv_;
+};
+
 // A real list view as the table and target of the walks.
 class ListTable {
  public:
@@ -248,6 +269,7 @@ INT WINAPI Tavona_ListView_LoadFromBuffer(HWND lv, const WCHAR *buffer, INT firs
                                           INT firstColumn) {
   if (!lv || !buffer) return -1;
   ListTable table(lv, tv::lists::kCellSize);
+  NoRedraw quiet(lv);
   tv::lists::LoadBuffer(table, buffer, firstRow, firstColumn);
   return 0;
 }
@@ -265,10 +287,8 @@ INT WINAPI Tavona_ListView_LoadFromFileExtended(HWND lv, const WCHAR *file, UINT
   FileSource source(f.get());
   tv::lists::LineReader reader(source);
   ListTable table(lv, tv::lists::kCellSize);
-  SendMessageW(lv, WM_SETREDRAW, FALSE, 0);
-  int rows = tv::lists::LoadLines(table, reader, line.get(), flags);
-  SendMessageW(lv, WM_SETREDRAW, TRUE, 0);
-  return rows;
+  NoRedraw quiet(lv);
+  return tv::lists::LoadLines(table, reader, line.get(), flags);
 }
 
 INT WINAPI Tavona_ListView_LoadFromFile(HWND lv, const WCHAR *file) {
@@ -279,6 +299,7 @@ INT WINAPI Tavona_ListView_CreateColumns(HWND lv, INT firstColumn, const WCHAR *
   if (!definition) return 0;
   if (!lv) return firstColumn;
   ListTable table(lv, tv::lists::kCellSize);
+  NoRedraw quiet(lv);
   return tv::lists::CreateColumns(table, firstColumn, definition, tv::Len(definition));
 }
 
@@ -356,6 +377,7 @@ LONG WINAPI Tavona_Registry_To_ListView(HKEY root, const WCHAR *key, HWND lv) {
 INT WINAPI Tavona_ListView_DeleteColumns(HWND lv, INT column, INT count) {
   if (!lv) return 0;
   if (count < 0) count = 30000;
+  NoRedraw quiet(lv);
   INT deleted = 0;
   while (deleted < count && SendMessageW(lv, LVM_DELETECOLUMN, static_cast<WPARAM>(column), 0))
     ++deleted;

@@ -34,4 +34,35 @@ inline std::wstring BinDir() {
   std::wstring dir = path;
   return dir.substr(0, dir.rfind(L'\\') + 1);
 }
+
+// True in a run with the German resource library (VEL_LANGUAGE=de...).
+inline bool GermanRun() {
+  wchar_t lang[8] = {};
+  return GetEnvironmentVariableW(L"VEL_LANGUAGE", lang, 8) >= 2 && lang[0] == L'd' &&
+         lang[1] == L'e';
+}
+
+// Runs this test program again with VEL_LANGUAGE=de and the given gtest
+// filter; returns its exit code (99 when it could not start or hung).
+inline DWORD RunSelfInGerman(const wchar_t *filter, DWORD timeoutMs = 120000) {
+  wchar_t self[MAX_PATH];
+  if (!GetModuleFileNameW(nullptr, self, MAX_PATH)) return 99;
+  std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=" + filter;
+  SetEnvironmentVariableW(L"VEL_LANGUAGE", L"de");
+  STARTUPINFOW si = {};
+  si.cb = sizeof si;
+  PROCESS_INFORMATION pi = {};
+  BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                nullptr, &si, &pi);
+  SetEnvironmentVariableW(L"VEL_LANGUAGE", nullptr);
+  if (!started) return 99;
+  DWORD code = 99;
+  if (WaitForSingleObject(pi.hProcess, timeoutMs) != WAIT_OBJECT_0)
+    TerminateProcess(pi.hProcess, 99);
+  else
+    GetExitCodeProcess(pi.hProcess, &code);
+  CloseHandle(pi.hThread);
+  CloseHandle(pi.hProcess);
+  return code;
+}
 #endif
