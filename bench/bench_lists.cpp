@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "bench.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

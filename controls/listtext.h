@@ -9,7 +9,7 @@
 
 #include <cstdint>
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv::lists {
 

@@ -11,7 +11,7 @@
 #include "frame/alloc.h"
 #include "frame/handles.h"
 #include "frame/report.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {

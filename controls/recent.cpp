@@ -8,7 +8,7 @@
 #include "frame/alloc.h"
 #include "frame/handles.h"
 #include "settings/regread.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include "frame/handles.h"
 #include "frame/report.h"
 #include "text/datautil.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {
@@ -125,7 +125,6 @@ INT_PTR CALLBACK EditRegCtl_Dialog_Callback(HWND dialog, UINT message, WPARAM wP
   if (!c) return FALSE;
   switch (message) {
     case WM_INITDIALOG:
-      tv::TranslateOwnDialog(dialog);
       c->dialog = dialog;
       c->list = GetDlgItem(dialog, IDC_REGEDIT_LIST);
       if (Given(c->title)) SetWindowTextW(dialog, c->title);
@@ -170,7 +169,6 @@ INT_PTR CALLBACK AddItem_Dialog_Callback(HWND dialog, UINT message, WPARAM wPara
   if (!c) return FALSE;
   switch (message) {
     case WM_INITDIALOG: {
-      tv::TranslateOwnDialog(dialog);
       if (Given(c->addTitle)) SetWindowTextW(dialog, c->addTitle);
       for (int column = 0; column < 2; ++column) {
         WCHAR title[kTitleSize] = {};

@@ -108,17 +108,6 @@ TEST(ListText, SaveRangesAndFlags) {
   }
 }
 
-TEST(ListText, FilesKeepRowsBeyondTheList) {
-  Table t = TwoByTwo();
-  CountSink count(true);
-  EXPECT_EQ(SaveRows(t, count, 0, 1000, 0, 0, 0, Clamp::kFile), 1000);
-  EXPECT_EQ(count.Count(), 2 + 2 * 1001);  // two cells and 1001 row ends
-  Table empty;
-  CountSink none(false);
-  EXPECT_EQ(SaveRows(empty, none, 0, -1, 0, 3, 0, Clamp::kFile), 0);
-  EXPECT_EQ(none.Count(), 0);
-}
-
 // A buffer too small is cut, terminated within its size; huge ranges end
 // as soon as nothing more fits.
 TEST(ListText, BufferIsCutNotOverrun) {
@@ -191,15 +180,6 @@ TEST(ListText, ColumnDefinitions) {
   EXPECT_EQ(tv::Len(col.title), kTitleSize - 1);
 }
 
-TEST(ListText, Widths) {
-  Str text = S("120, 80,,x,200");
-  const WCHAR *cursor = text.c_str();
-  std::vector<int> widths;
-  int w = 0;
-  while (NextWidth(cursor, w)) widths.push_back(w);
-  EXPECT_EQ(widths, (std::vector<int>{120, 80, 0, 0, 200}));
-}
-
 TEST(ListText, LoadBufferFillsAndInsertsRows) {
   Table t = TwoByTwo();
   Str text = S("1\t2\t3\nx\r\n[p\nq]\t[r\ts]\n\nlast");
@@ -269,22 +249,6 @@ TEST(ListText, FileLines) {
     EXPECT_EQ(Narrow(titles.c_str()), Narrow(S(r.titles).c_str())) << r.rows;
     EXPECT_EQ(count, t.Count()) << r.rows;
   }
-}
-
-// Lines are read up to 29999 units; the rest of a longer line is the next
-// row. Cells are cut to 499.
-TEST(ListText, LongLinesAndCells) {
-  Str text = Str(29999, 'x') + S("yz\r\n") + Str(700, 'c') + S("\tq");
-  Bytes source(Utf16(text), 4096);
-  LineReader reader(source);
-  Table t;
-  t.columns = 2;
-  std::vector<WCHAR> line(kLineSize);
-  EXPECT_EQ(LoadLines(t, reader, line.data(), 0), 3);
-  EXPECT_EQ(t.rows[0][0].size(), size_t(kCellSize - 1));
-  EXPECT_EQ(Narrow(t.rows[1][0].c_str()), "yz");
-  EXPECT_EQ(t.rows[2][0].size(), size_t(kCellSize - 1));
-  EXPECT_EQ(Narrow(t.rows[2][1].c_str()), "q");
 }
 
 }  // namespace

@@ -132,11 +132,9 @@ TEST_F(ListView, SaveToBuffer) {
     const wchar_t *text;
     int result;
   } rows[] = {
-      {0, 1, 0, 1, 0, L"a\tb\nc\td\n", 1},
       {0, 1, 0, 1, TAVONA_LV_CRLF, L"a\tb\r\nc\td\r\n", 1},
       // deliberate: the TAB is written before the missing column is fetched
       {0, 1, 0, 5, 0, L"a\tb\t\nc\td\t\n", 1},
-      {1, -1, 0, 1, 0, L"c\td\n", 1},
       {0, 1000, 1, 1, 0, L"b\nd\n", 1},
   };
   for (const Row &r : rows) {
@@ -305,8 +303,6 @@ TEST_F(ListView, LoadFromBuffer) {
   Fill(3, L"a,b,c");
   EXPECT_EQ(Tavona_ListView_LoadFromBuffer(lv_, L"x\t[1\t2]\ty\nz\r\n", 0, 0), 0);
   EXPECT_EQ(Dump(3), L"x,[1\t2],y|z\r,,");
-  EXPECT_EQ(Tavona_ListView_LoadFromBuffer(lv_, L"p\tq", 1, 1), 0);
-  EXPECT_EQ(Dump(3), L"x,[1\t2],y|z\r,p,q");
   EXPECT_EQ(Tavona_ListView_LoadFromBuffer(nullptr, L"p", 0, 0), -1);
   EXPECT_EQ(Tavona_ListView_LoadFromBuffer(lv_, nullptr, 0, 0), -1);
 }
