@@ -123,4 +123,15 @@ bool Appender::Overflow() {
   return false;
 }
 
+bool Appender::AppendCut(const WCHAR *src, int count) {
+  if (size_ < 1 || len_ >= size_) return false;
+  if (!src || count < 0) count = 0;
+  int room = size_ - 1 - len_;
+  int n = count < room ? count : room;
+  CopyRaw(buf_ + len_, src, n);
+  len_ += n;
+  buf_[len_] = 0;
+  return n == count;
+}
+
 }  // namespace tv

@@ -133,6 +133,10 @@ class Appender {
     }
     return Close(p);
   }
+  // Appends as much of src[0, count) as fits before the terminator and
+  // leaves the text terminated: for outputs that are cut, not emptied.
+  // False when something was left out.
+  bool AppendCut(const WCHAR *src, int count);
   int Length() const { return len_; }
 
  private:

@@ -56,6 +56,7 @@ inline void CloseGlobal(HGLOBAL m) { GlobalFree(m); }
 inline void CloseDc(HDC dc) { DeleteDC(dc); }
 inline void CloseIcon(HICON i) { DestroyIcon(i); }
 inline void CloseFind(HANDLE h) { FindClose(h); }
+inline void CloseMenu(HMENU m) { DestroyMenu(m); }
 
 using unique_hkey = unique_any<HKEY, CloseKey>;
 using unique_hfile = unique_any<HANDLE, CloseFile, InvalidFileHandle>;
@@ -67,6 +68,7 @@ using unique_hglobal = unique_any<HGLOBAL, CloseGlobal>;
 using unique_hdc = unique_any<HDC, CloseDc>;
 using unique_hicon = unique_any<HICON, CloseIcon>;
 using unique_hfind = unique_any<HANDLE, CloseFind, InvalidFileHandle>;
+using unique_hmenu = unique_any<HMENU, CloseMenu>;
 
 // A window DC obtained with GetDC, released with ReleaseDC.
 class window_dc {

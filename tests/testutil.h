@@ -155,6 +155,11 @@ inline DWORD RunInLanguage(const wchar_t *language, const wchar_t *filter) {
   return RunSelfInLanguage(std::wstring(L"--gtest_filter=") + filter, language);
 }
 
+// Runs this test program again in German with the given gtest filter.
+inline DWORD RunSelfInGerman(const wchar_t *filter, DWORD timeoutMs = 120000) {
+  return RunSelfInLanguage(std::wstring(L"--gtest_filter=") + filter, L"de", timeoutMs);
+}
+
 // Removes a directory tree, read-only and system entries too.
 inline void RemoveTree(const std::wstring &dir) {
   WIN32_FIND_DATAW fd;

@@ -365,6 +365,134 @@ HBITMAP WINAPI Tavona_LoadBitmapFromFile(const WCHAR *file);
  * 1384 when the library is missing and 1385 when it has no entry. */
 INT WINAPI Tavona_PicConv_GetInfo(const WCHAR *file, void *info, INT infoSize);
 
+/* ---- List views -------------------------------------------------------------
+ * Report-style list views (SysListView32), driven through their messages.
+ * Rows and columns count from 0. A row below 0 given to the item accessors
+ * names the first selected row; with none selected they do nothing.
+ *
+ * List text: cells separated by TAB, rows ended by LF (CR LF with
+ * TAVONA_LV_CRLF), no quoting; on reading, a TAB or LF inside square
+ * brackets does not separate ("x\t[1\t2]\ty" is three cells). List files are
+ * UTF-16LE without a byte-order mark. Buffers of cells hold 499 characters,
+ * cells written to files and compared by Tavona_ListView_FindText 199, texts
+ * moved or swapped 999: longer ones are cut. */
+
+/* Flags of the save operations. */
+#define TAVONA_LV_SELECTED_ONLY 1 /* only rows that are selected */
+#define TAVONA_LV_CRLF 64         /* buffers: CR LF at row ends (files always) */
+/* Flags of Tavona_ListView_LoadFromFileExtended. */
+#define TAVONA_LV_FILE_COLUMNS 2 /* the first line defines the columns */
+#define TAVONA_LV_KEEP_ROWS 4    /* append to the rows already there */
+/* Flags of Tavona_ListView_FindText. */
+#define TAVONA_LV_FIND_PREFIX 16
+#define TAVONA_LV_FIND_IGNORE_CASE 32
+/* Flag of Tavona_ListView_DeleteSelectedItems. */
+#define TAVONA_LV_SELECT_NEXT 8
+/* Flag of Tavona_ListView_SwapColumns. */
+#define TAVONA_LV_SWAP_SELECTED 1
+
+/* Rows firstRow..lastRow (a last row below 0 or beyond the list: the last
+ * row), columns firstColumn..lastColumn, into buffer (emptied first; the
+ * text is cut where it ends). The TAB before a column is written before the
+ * column is read, so a last column beyond the list's columns leaves one TAB
+ * at the end of every row. Returns -1 for a NULL buffer or list view or
+ * size < 1, 0 for an empty list, firstRow - 1 (at least 0) when firstRow
+ * is beyond lastRow, else the last row visited. */
+INT WINAPI Tavona_ListView_SaveToBuffer(HWND listView, WCHAR *buffer, INT size, INT firstRow,
+                                        INT lastRow, INT firstColumn, INT lastColumn,
+                                        UINT flags);
+/* Characters Tavona_ListView_SaveToBuffer writes with the same arguments,
+ * without the terminating zero; 0 for a NULL list view or an empty list. */
+INT WINAPI Tavona_ListView_CalculateBuffer(HWND listView, INT firstRow, INT lastRow,
+                                           INT firstColumn, INT lastColumn, UINT flags);
+/* The same rows into a new file: cells in UTF-16LE with the single BYTE
+ * 0x09 between them (kept as the family's files have it: only one-column
+ * files read back cell for cell), CR LF in UTF-16 at every row end, cells
+ * cut to 199 characters. Only a last row below 0 is clamped: rows beyond
+ * the list are written as empty lines. -1 (after message 1339) when the file
+ * cannot be created, -1 for a NULL list view. */
+INT WINAPI Tavona_ListView_SaveToFile(HWND listView, const WCHAR *file, INT firstRow,
+                                      INT lastRow, INT firstColumn, INT lastColumn, UINT flags);
+/* Rows of list text into rows firstRow, firstRow + 1, ... from column
+ * firstColumn on (negative: 0); rows beyond the list are inserted. Rows are
+ * cut to 999 characters; a CR before the LF stays in the last cell.
+ * 0, or -1 for a NULL list view or buffer. */
+INT WINAPI Tavona_ListView_LoadFromBuffer(HWND listView, const WCHAR *buffer, INT firstRow,
+                                          INT firstColumn);
+/* Appends the lines of a list file as rows (all rows are deleted first
+ * unless TAVONA_LV_KEEP_ROWS, even when the file cannot be opened). Lines
+ * are read up to 29999 units (a longer line continues as the next row);
+ * trailing units below U+0020 are removed, so trailing empty cells vanish.
+ * Returns the row count afterwards, 0 when the file cannot be read. */
+INT WINAPI Tavona_ListView_LoadFromFileExtended(HWND listView, const WCHAR *file, UINT flags);
+INT WINAPI Tavona_ListView_LoadFromFile(HWND listView, const WCHAR *file);
+/* Inserts columns from firstColumn on, one per TAB-separated
+ * "title|width|alignment" (width missing or not above 0: 100; alignment
+ * "C" centred, "R" right, else left). Returns the index after the last
+ * column inserted; 0 for a NULL definition. */
+INT WINAPI Tavona_ListView_CreateColumns(HWND listView, INT firstColumn, const WCHAR *definition);
+/* Widths of columns firstColumn..lastColumn as "120,80,200" (whole numbers
+ * only); returns how many were written. */
+INT WINAPI Tavona_ListView_GetColumnWidths(HWND listView, INT firstColumn, INT lastColumn,
+                                           WCHAR *buffer, INT size);
+/* Sets the widths of consecutive columns from firstColumn on; stops at the
+ * end of the text or at the first column refused. Returns the last result
+ * of LVM_SETCOLUMNWIDTH. */
+INT WINAPI Tavona_ListView_SetColumnWidths(HWND listView, INT firstColumn, const WCHAR *widths);
+/* Deletes the key, then writes column 1 of every row as a string value
+ * named by column 0 (rows with an empty column 0 are skipped; both columns
+ * cut to 199 characters). Returns the item count when below 1, else the
+ * result of the last step. */
+LONG WINAPI Tavona_ListView_To_Registry(HWND listView, HKEY root, const WCHAR *key);
+/* Empties the list, then one row per value of the key: name in column 0,
+ * the raw data as text in column 1. Stops at the first value whose name or
+ * data do not fit 200 characters / 200 bytes. Returns the registry error of
+ * opening the key, else that of closing it. */
+LONG WINAPI Tavona_Registry_To_ListView(HKEY root, const WCHAR *key, HWND listView);
+
+/* Deletes column `column` count times (negative: up to 30000), stopping at
+ * the first failure; returns how many went. */
+INT WINAPI Tavona_ListView_DeleteColumns(HWND listView, INT column, INT count);
+/* Deletes the selected rows; with TAVONA_LV_SELECT_NEXT the row now at the
+ * place of the first deleted one (or the last row) is selected and focused.
+ * Returns how many rows went. */
+INT WINAPI Tavona_ListView_DeleteSelectedItems(HWND listView, UINT flags);
+/* First row whose cell in column equals text (499 characters; cells 199),
+ * or -1. */
+INT WINAPI Tavona_ListView_FindText(HWND listView, INT column, const WCHAR *text, UINT flags);
+INT WINAPI Tavona_ListView_GetFirstSelectedItem(HWND listView);
+/* 0 when there is no such row. */
+INT WINAPI Tavona_ListView_GetItemImageIndex(HWND listView, INT row);
+LPARAM WINAPI Tavona_ListView_GetItemParam(HWND listView, INT row);
+BOOL WINAPI Tavona_ListView_SetItemParam(HWND listView, INT row, LPARAM value);
+/* The cell text cut to size - 1 characters; returns its length. */
+INT WINAPI Tavona_ListView_GetItemText(HWND listView, INT row, INT column, WCHAR *buffer,
+                                       INT size);
+BOOL WINAPI Tavona_ListView_SetItemText(HWND listView, INT row, INT column, const WCHAR *text);
+/* Inserts a row (below 0: at the end) with text, image and value; returns
+ * the row given (the count when appending), -1 when the control refuses,
+ * 0 for a NULL list view. */
+INT WINAPI Tavona_ListView_InsertItem(HWND listView, INT row, const WCHAR *text, INT image,
+                                      LPARAM param);
+INT WINAPI Tavona_ListView_GetSelectedItemCount(HWND listView);
+INT WINAPI Tavona_ListView_IsItemSelected(HWND listView, INT row);
+/* Sets or clears selected and focused together. */
+BOOL WINAPI Tavona_ListView_SelectItem(HWND listView, INT row);
+BOOL WINAPI Tavona_ListView_UnselectItem(HWND listView, INT row);
+void WINAPI Tavona_ListView_SelectAll(HWND listView);
+void WINAPI Tavona_ListView_UnselectAll(HWND listView);
+/* Moves the texts of columns firstColumn..lastColumn of every selected row
+ * one place (images and values stay) and the selection with them. Nothing
+ * moves (result 1) when the first (up) or last (down) row is selected.
+ * Returns the count of an empty list, -1 when nothing moved, else the
+ * result of making the former place of the outermost moved row visible. */
+INT WINAPI Tavona_ListView_MoveSelectedItemsUp(HWND listView, INT firstColumn, INT lastColumn);
+INT WINAPI Tavona_ListView_MoveSelectedItemsDown(HWND listView, INT firstColumn,
+                                                 INT lastColumn);
+/* Exchanges the texts of two columns in every row (selected rows with
+ * TAVONA_LV_SWAP_SELECTED); returns how many rows. */
+INT WINAPI Tavona_ListView_SwapColumns(HWND listView, INT columnA, INT columnB, UINT flags);
+
 TAVONA_END_DECLS
 
 #endif

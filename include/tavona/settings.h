@@ -266,6 +266,47 @@ INT WINAPI Tavona_ModalEditor(INT mode, LPARAM v1, LPARAM v2, LPARAM v3, LPARAM 
 INT WINAPI Tavona_EditRtf(LPARAM v1, LPARAM v2, LPARAM v3);
 /* Non-zero when TAVONAEX.DLL loads and has "TavonaExt_EditRTF". */
 INT WINAPI Tavona_IsRtfEditorAvailable(void);
+/* ---- Registry section editor ------------------------------------------------
+ * Edits the string values of root\key as a list of names and data (columns
+ * "title|width|title|width", add, delete, defaults as "A;1;B;2;" with the
+ * text's last character as separator; NULL or "" hides the Defaults
+ * button). The key is deleted and rewritten only on OK: a key with subkeys
+ * cannot be deleted, so removed values then survive. Returns 1 for OK, 2
+ * otherwise (also when memory runs out, after message 1300). parent is not
+ * used: the editor is owned by the active window; value1 and value2 are kept
+ * for the caller. */
+INT WINAPI Tavona_EditRegistrySection(HWND parent, HKEY root, const WCHAR *key,
+                                      const WCHAR *title, const WCHAR *columns,
+                                      const WCHAR *addTitle, const WCHAR *defaults,
+                                      LPARAM value1, LPARAM value2);
+INT_PTR CALLBACK EditRegCtl_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                            LPARAM lParam);
+INT_PTR CALLBACK AddItem_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                         LPARAM lParam);
+
+/* ---- Recent file lists -------------------------------------------------------
+ * Up to 20 file names under HKEY_CURRENT_USER\key as values F01 (the most
+ * recent) to F20. Entries of 128 characters or more end the list when it
+ * is read for a push: they and all older entries are dropped. */
+/* Puts file in front, dropping an entry equal to it in any case. Nothing
+ * for a blank key or file. */
+void WINAPI Tavona_PushRecentListFile(const WCHAR *key, const WCHAR *file);
+/* Entry index (from 0) into out, "" when there is none (values of size
+ * characters or more are not read: the registry gets size bytes). */
+void WINAPI Tavona_GetRecentListFile(const WCHAR *key, INT index, WCHAR *out, INT size);
+/* Empties the box and adds up to count entries with itemData, each once. */
+void WINAPI Tavona_FillRecentListToBox(HWND box, const WCHAR *key, INT count, LPARAM itemData);
+/* Replaces the menu items from position on by a separator and up to count
+ * entries "&1:  name" with identifiers firstId, firstId + 1, ... Names
+ * longer than displayLength (when above 0) are shown in their display
+ * form. Returns count when all count entries were there, 1 when the list
+ * ended earlier, the separator's insertion result when count < 1.
+ * displayFlags and unused are not read. */
+INT WINAPI Tavona_AppendRecentListToMenuExt(HMENU menu, const WCHAR *key, INT position,
+                                            UINT firstId, INT count, INT displayLength,
+                                            UINT displayFlags, LPARAM unused);
+INT WINAPI Tavona_AppendRecentListToMenu(HMENU menu, const WCHAR *key, INT position,
+                                         UINT firstId, INT count, LPARAM unused);
 
 TAVONA_END_DECLS
 

@@ -13,3 +13,4 @@
 #include "translation_texts.h"
 #include "files_texts.h"
 #include "settings_texts.h"
+#include "lists_texts.h"

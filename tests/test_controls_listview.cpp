@@ -1,0 +1,458 @@
+// The list view helpers on real report-style list views: buffers and files
+// byte for byte, loading with column definitions, registry copies, and the
+// row, selection and column operations.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#include "uidriver.h"
+
+namespace {
+
+const wchar_t kKey[] = L"Software\\Tavona Software\\Tests\\ListView";
+
+std::vector<std::wstring> g_reported;
+INT WINAPI Capture(const WCHAR *message) {
+  g_reported.push_back(message ? message : L"");
+  return IDOK;
+}
+
+std::wstring TempFile(const wchar_t *name) {
+  wchar_t dir[MAX_PATH];
+  GetTempPathW(MAX_PATH, dir);
+  return std::wstring(dir) + name;
+}
+
+std::string ReadBytes(const std::wstring &file) {
+  std::string out;
+  HANDLE h = CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
+                         nullptr);
+  if (h == INVALID_HANDLE_VALUE) return "(missing)";
+  char buf[4096];
+  DWORD got = 0;
+  while (ReadFile(h, buf, sizeof buf, &got, nullptr) && got) out.append(buf, got);
+  CloseHandle(h);
+  return out;
+}
+
+void WriteBytes(const std::wstring &file, const std::string &bytes) {
+  HANDLE h = CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  DWORD written = 0;
+  WriteFile(h, bytes.data(), DWORD(bytes.size()), &written, nullptr);
+  CloseHandle(h);
+}
+
+std::string Utf16(const std::wstring &s) {
+  std::string b;
+  for (wchar_t c : s) b += char(c & 0xFF), b += char(c >> 8);
+  return b;
+}
+
+// Bytes as text for failure messages.
+std::string Hex(const std::string &b) {
+  static const char digits[] = "0123456789ABCDEF";
+  std::string out;
+  for (unsigned char c : b) out += digits[c >> 4], out += digits[c & 15], out += ' ';
+  return out;
+}
+
+class ListView : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&icc);
+  }
+  void SetUp() override {
+    parent_ = CreateWindowW(L"STATIC", L"list views", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 520,
+                            300, nullptr, nullptr, nullptr, nullptr);
+    lv_ = CreateWindowW(WC_LISTVIEWW, L"", WS_CHILD | WS_VISIBLE | LVS_REPORT | LVS_SHOWSELALWAYS,
+                        0, 0, 500, 260, parent_, nullptr, nullptr, nullptr);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+  }
+  void TearDown() override {
+    DestroyWindow(parent_);
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+    Tavona_SetErrorHandlerCallback(nullptr);
+  }
+  // Columns "c0", "c1", ... and rows of cells given as "a,b|c,d".
+  void Fill(int columns, const std::wstring &rows) {
+    for (int c = 0; c < columns; ++c) {
+      std::wstring def = L"c" + std::to_wstring(c) + L"|60";
+      Tavona_ListView_CreateColumns(lv_, c, def.c_str());
+    }
+    size_t start = 0;
+    for (int r = 0; start <= rows.size() && !rows.empty(); ++r) {
+      size_t end = rows.find(L'|', start);
+      std::wstring row = rows.substr(start, end == std::wstring::npos ? end : end - start);
+      size_t cs = 0;
+      for (int c = 0; cs <= row.size(); ++c) {
+        size_t ce = row.find(L',', cs);
+        std::wstring cell = row.substr(cs, ce == std::wstring::npos ? ce : ce - cs);
+        if (c == 0) Tavona_ListView_InsertItem(lv_, -1, cell.c_str(), c, 100 + r);
+        else Tavona_ListView_SetItemText(lv_, r, c, cell.c_str());
+        if (ce == std::wstring::npos) break;
+        cs = ce + 1;
+      }
+      if (end == std::wstring::npos) break;
+      start = end + 1;
+    }
+  }
+  // All cells as "a,b|c,d".
+  std::wstring Dump(int columns) {
+    std::wstring out;
+    for (int r = 0; r < ListView_GetItemCount(lv_); ++r) {
+      if (r) out += L"|";
+      for (int c = 0; c < columns; ++c) {
+        wchar_t text[600];
+        Tavona_ListView_GetItemText(lv_, r, c, text, 600);
+        out += (c ? L"," : L"") + std::wstring(text);
+      }
+    }
+    return out;
+  }
+  std::wstring Selection() {
+    std::wstring out;
+    for (int r = 0; r < ListView_GetItemCount(lv_); ++r)
+      out += Tavona_ListView_IsItemSelected(lv_, r) ? L"1" : L"0";
+    return out;
+  }
+  HWND parent_ = nullptr, lv_ = nullptr;
+};
+
+TEST_F(ListView, SaveToBuffer) {
+  Fill(2, L"a,b|c,d");
+  struct Row {
+    int first, last, firstCol, lastCol;
+    UINT flags;
+    const wchar_t *text;
+    int result;
+  } rows[] = {
+      {0, 1, 0, 1, TAVONA_LV_CRLF, L"a\tb\r\nc\td\r\n", 1},
+      // deliberate: the TAB is written before the missing column is fetched
+      {0, 1, 0, 5, 0, L"a\tb\t\nc\td\t\n", 1},
+      {0, 1000, 1, 1, 0, L"b\nd\n", 1},
+  };
+  for (const Row &r : rows) {
+    wchar_t buffer[64];
+    int result = Tavona_ListView_SaveToBuffer(lv_, buffer, 64, r.first, r.last, r.firstCol,
+                                              r.lastCol, r.flags);
+    std::string where = "rows " + std::to_string(r.first) + ".." + std::to_string(r.last) +
+                        " columns ..." + std::to_string(r.lastCol);
+    EXPECT_EQ(Narrow(buffer), Narrow(r.text)) << where;
+    EXPECT_EQ(result, r.result) << where;
+    EXPECT_EQ(Tavona_ListView_CalculateBuffer(lv_, r.first, r.last, r.firstCol, r.lastCol, r.flags),
+              int(wcslen(r.text)))
+        << where;
+  }
+  ListView_SetItemState(lv_, 1, LVIS_SELECTED, LVIS_SELECTED);
+  wchar_t buffer[8] = L"junk";
+  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, buffer, 8, 0, -1, 0, 1, TAVONA_LV_SELECTED_ONLY), 1);
+  EXPECT_STREQ(buffer, L"c\td\n");
+  // Cut where the buffer ends, never beyond.
+  wchar_t small[6] = {1, 1, 1, 1, 1, 0x7777};
+  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, small, 5, 0, -1, 0, 1, 0), 1);
+  EXPECT_STREQ(small, L"a\tb\n");
+  EXPECT_EQ(small[5], 0x7777);
+
+  EXPECT_EQ(Tavona_ListView_SaveToBuffer(nullptr, buffer, 8, 0, -1, 0, 1, 0), -1);
+  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, nullptr, 8, 0, -1, 0, 1, 0), -1);
+  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, buffer, 0, 0, -1, 0, 1, 0), -1);
+  EXPECT_EQ(Tavona_ListView_CalculateBuffer(nullptr, 0, -1, 0, 1, 0), 0);
+  ListView_DeleteAllItems(lv_);
+  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, buffer, 8, 0, -1, 0, 1, 0), 0);
+  EXPECT_STREQ(buffer, L"");
+}
+
+TEST_F(ListView, SaveToFileBytes) {
+  Fill(2, L"a,b|c,d|e,f");
+  std::wstring file = TempFile(L"tv_lv_save.txt");
+  // deliberate: one byte 0x09 between cells, CR LF in UTF-16 at row ends
+  EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, 1, 0, 1, TAVONA_LV_CRLF), 1);
+  std::string expected = std::string("a\0\x09" "b\0\r\0\n\0c\0\x09" "d\0\r\0\n\0", 18);
+  EXPECT_EQ(Hex(ReadBytes(file)), Hex(expected));
+
+  // deliberate: the last row is not clamped, each missing row is an empty line
+  EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, 1000, 0, 0, 0), 1000);
+  std::string bytes = ReadBytes(file);
+  EXPECT_EQ(bytes.size(), 3 * 2 + 1001 * 4u);
+  EXPECT_EQ(bytes.substr(bytes.size() - 8), std::string("\r\0\n\0\r\0\n\0", 8));
+
+  EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, -1, 7, 9, 0), 2);
+  EXPECT_EQ(Hex(ReadBytes(file)), Hex(std::string("\r\0\n\0\r\0\n\0\r\0\n\0", 12)));
+
+  g_reported.clear();
+  Tavona_SetErrorHandlerCallback(Capture);
+  std::wstring bad = TempFile(L"no such folder\\x.txt");
+  EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, bad.c_str(), 0, -1, 0, 1, 0), -1);
+  ASSERT_EQ(g_reported.size(), 1u);
+  EXPECT_NE(g_reported[0].find(bad), std::wstring::npos) << Narrow(g_reported[0]);
+  EXPECT_EQ(Tavona_ListView_SaveToFile(nullptr, file.c_str(), 0, -1, 0, 1, 0), -1);
+  EXPECT_EQ(g_reported.size(), 1u);
+
+  ListView_DeleteAllItems(lv_);
+  EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, -1, 0, 1, 0), 0);
+  EXPECT_EQ(ReadBytes(file), "");
+  DeleteFileW(file.c_str());
+}
+
+// One column reads back as it was written; with more, the single-byte
+// separator shifts the units, so the cells come back different (deliberate).
+TEST_F(ListView, FileRoundTrip) {
+  Fill(2, L"alpha,1|[b\tc],2|gamma,3");
+  std::wstring file = TempFile(L"tv_lv_round.txt");
+  Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, -1, 0, 0, 0);
+  EXPECT_EQ(Tavona_ListView_LoadFromFile(lv_, file.c_str()), 3);
+  EXPECT_EQ(Dump(2), L"alpha,|[b\tc],|gamma,");
+
+  Fill(0, L"");
+  Tavona_ListView_SetItemText(lv_, 0, 1, L"x");
+  Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, -1, 0, 1, 0);
+  Tavona_ListView_LoadFromFile(lv_, file.c_str());
+  EXPECT_NE(Dump(2).substr(0, 8), L"alpha,x|");
+  DeleteFileW(file.c_str());
+}
+
+TEST_F(ListView, LoadFromFile) {
+  std::wstring file = TempFile(L"tv_lv_load.txt");
+  WriteBytes(file, Utf16(L"Name|150|L\tSize|80|R\tDate||C\r\n"
+                         L"a\tb\t\t\r\n"
+                         L"x\t[1\t2]\ty\r\n"
+                         L"\r\n"
+                         L"last"));
+  Fill(0, L"");
+  Tavona_ListView_InsertItem(lv_, -1, L"old", 0, 0);
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_FILE_COLUMNS), 4);
+  // The trailing TABs went with the CR LF (deliberate).
+  EXPECT_EQ(Dump(3), L"a,b,|x,[1\t2],y|,,|last,,");
+  struct Col {
+    const wchar_t *title;
+    int width, fmt;
+  } cols[] = {{L"Name", 150, LVCFMT_LEFT}, {L"Size", 80, LVCFMT_RIGHT}, {L"Date", 100, LVCFMT_CENTER}};
+  for (int i = 0; i < 3; ++i) {
+    wchar_t title[100] = {};
+    LVCOLUMNW c = {};
+    c.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT;
+    c.pszText = title;
+    c.cchTextMax = 100;
+    ASSERT_TRUE(ListView_GetColumn(lv_, i, &c)) << i;
+    EXPECT_STREQ(title, cols[i].title) << i;
+    EXPECT_EQ(c.cx, cols[i].width) << i;
+    EXPECT_EQ(c.fmt & LVCFMT_JUSTIFYMASK, cols[i].fmt) << i;
+  }
+  if (GermanRun()) {
+    // The screenshot of a loaded list, with German column titles.
+    WriteBytes(file, Utf16(L"Bericht.txt\t12 KB\t03.11.2026\r\n"
+                           L"Übersicht.xls\t48 KB\t14.10.2026\r\nNotizen\t1 KB\t[heute\tfrüh]\r\n"));
+    ListView_DeleteColumn(lv_, 0), ListView_DeleteColumn(lv_, 0), ListView_DeleteColumn(lv_, 0);
+    Tavona_ListView_CreateColumns(lv_, 0, L"Datei|170\tGröße|80|R\tGeändert|150");
+  } else {
+    WriteBytes(file, Utf16(L"Report.txt\t12 KB\t11/03/2026\r\nSummary.xls\t48 KB\t10/14/2026\r\n"
+                           L"Notes\t1 KB\t[today\tearly]\r\n"));
+  }
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), 0), 3);
+  ListView_SetItemState(lv_, 1, LVIS_SELECTED, LVIS_SELECTED);
+  UpdateWindow(parent_);
+  tvui::SaveScreenshot(parent_, GermanRun() ? L"listview_loaded_de" : L"listview_loaded");
+
+  // Keeping rows appends; without, rows go even when the file is missing.
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_KEEP_ROWS), 6);
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, L"Z:\\no\\such.txt", 0), 0);
+  EXPECT_EQ(ListView_GetItemCount(lv_), 0);
+  Tavona_ListView_InsertItem(lv_, -1, L"kept", 0, 0);
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, nullptr, TAVONA_LV_KEEP_ROWS), 0);
+  EXPECT_EQ(ListView_GetItemCount(lv_), 1);
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(nullptr, file.c_str(), 0), 0);
+  DeleteFileW(file.c_str());
+}
+
+// Bad files: long lines continue as further rows, cells are cut, binary
+// garbage and tiny files give what their units give.
+TEST_F(ListView, LoadBadFiles) {
+  Fill(2, L"");
+  std::wstring file = TempFile(L"tv_lv_bad.txt");
+  struct Row {
+    std::string bytes;
+    int rows;
+    const wchar_t *firstCell;  // nullptr: not checked
+  } rows[] = {
+      {"", 0, nullptr},
+      {"a", 0, nullptr},
+      {Utf16(std::wstring(30005, L'x')), 2, nullptr},
+      {Utf16(std::wstring(600, L'c') + L"\tq"), 1, nullptr},
+      {std::string("\xff\xfe\x00\xd8\x0a\x00\x00\x00\x41\x00", 10), 2, nullptr},
+  };
+  for (const Row &r : rows) {
+    WriteBytes(file, r.bytes);
+    EXPECT_EQ(Tavona_ListView_LoadFromFile(lv_, file.c_str()), r.rows) << Hex(r.bytes.substr(0, 8));
+    wchar_t cell[600];
+    Tavona_ListView_GetItemText(lv_, 0, 0, cell, 600);
+    EXPECT_LE(wcslen(cell), 499u);
+  }
+  wchar_t cell[600];
+  Tavona_ListView_GetItemText(lv_, 0, 0, cell, 600);
+  EXPECT_EQ(cell[0], 0xFEFF);  // the bytes FF FE are a unit like any other
+  DeleteFileW(file.c_str());
+}
+
+TEST_F(ListView, LoadFromBuffer) {
+  Fill(3, L"a,b,c");
+  EXPECT_EQ(Tavona_ListView_LoadFromBuffer(lv_, L"x\t[1\t2]\ty\nz\r\n", 0, 0), 0);
+  EXPECT_EQ(Dump(3), L"x,[1\t2],y|z\r,,");
+  EXPECT_EQ(Tavona_ListView_LoadFromBuffer(nullptr, L"p", 0, 0), -1);
+  EXPECT_EQ(Tavona_ListView_LoadFromBuffer(lv_, nullptr, 0, 0), -1);
+}
+
+TEST_F(ListView, Columns) {
+  EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 0, L"Name||L\t|150|\tX|40"), 3);
+  EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 3, L""), 3);
+  EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 3, nullptr), 0);
+  wchar_t widths[32];
+  EXPECT_EQ(Tavona_ListView_GetColumnWidths(lv_, 0, 10, widths, 32), 3);
+  EXPECT_STREQ(widths, L"100,150,40");
+  EXPECT_EQ(Tavona_ListView_GetColumnWidths(lv_, 0, 2, widths, 8), 2);  // whole numbers only
+  EXPECT_STREQ(widths, L"100,150");
+  EXPECT_EQ(Tavona_ListView_SetColumnWidths(lv_, 1, L"120,80"), TRUE);
+  Tavona_ListView_GetColumnWidths(lv_, 0, 2, widths, 32);
+  EXPECT_STREQ(widths, L"100,120,80");
+  EXPECT_EQ(Tavona_ListView_SetColumnWidths(lv_, 2, L"55,66,77"), FALSE);  // stops at column 3
+
+  std::wstring many;
+  for (int i = 0; i < 1000; ++i) many += L"c" + std::to_wstring(i) + L"|10\t";
+  EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 3, many.c_str()), 1003);
+  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 3, 0), 0);
+  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 3, 5), 5);
+  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 1, -1), 997);  // up to the first failure
+  EXPECT_EQ(Tavona_ListView_GetColumnWidths(lv_, 0, 10, widths, 32), 1);
+  EXPECT_EQ(Tavona_ListView_DeleteColumns(nullptr, 0, 1), 0);
+}
+
+TEST_F(ListView, RegistryCopies) {
+  Fill(2, L"Alpha,1|,skipped|Beta,2");
+  HKEY k;
+  RegCreateKeyExW(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &k, nullptr);
+  RegSetValueExW(k, L"Old", 0, REG_SZ, reinterpret_cast<const BYTE *>(L"x"), 4);
+  RegCloseKey(k);
+  EXPECT_EQ(Tavona_ListView_To_Registry(lv_, HKEY_CURRENT_USER, kKey), 0);
+  wchar_t data[64];
+  DWORD bytes = sizeof data;
+  EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, kKey, L"Beta", RRF_RT_REG_SZ, nullptr, data, &bytes), 0);
+  EXPECT_STREQ(data, L"2");
+  bytes = sizeof data;
+  EXPECT_NE(RegGetValueW(HKEY_CURRENT_USER, kKey, L"Old", RRF_RT_ANY, nullptr, data, &bytes), 0);
+  EXPECT_EQ(Tavona_CountRegistryItems(HKEY_CURRENT_USER, kKey), 2);
+
+  // A DWORD is shown as its raw bytes; data over 200 bytes end the list.
+  RegCreateKeyExW(HKEY_CURRENT_USER, kKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &k, nullptr);
+  // Names in creation order sort alike, as wine enumerates by name.
+  DWORD number = 0x31;
+  RegSetValueExW(k, L"Count", 0, REG_DWORD, reinterpret_cast<const BYTE *>(&number), 4);
+  std::wstring longText(100, L'L');
+  RegSetValueExW(k, L"Long", 0, REG_SZ, reinterpret_cast<const BYTE *>(longText.c_str()), 202);
+  RegSetValueExW(k, L"Zafter", 0, REG_SZ, reinterpret_cast<const BYTE *>(L"a"), 4);
+  RegCloseKey(k);
+  EXPECT_EQ(Tavona_Registry_To_ListView(HKEY_CURRENT_USER, kKey, lv_), 0);
+  EXPECT_EQ(Dump(2), L"Alpha,1|Beta,2|Count,1");
+
+  EXPECT_EQ(Tavona_Registry_To_ListView(HKEY_CURRENT_USER, L"Software\\Tavona Software\\None", lv_),
+            ERROR_FILE_NOT_FOUND);
+  EXPECT_EQ(ListView_GetItemCount(lv_), 0);
+  EXPECT_EQ(Tavona_ListView_To_Registry(lv_, HKEY_CURRENT_USER, kKey), 0);  // the count
+  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(HKEY_CURRENT_USER, kKey, nullptr, nullptr), 0);
+}
+
+TEST_F(ListView, ItemAccessors) {
+  Fill(2, L"one,1|Two,2|three,3");
+  // Nothing selected: row -1 names nothing.
+  wchar_t text[16] = L"junk";
+  EXPECT_EQ(Tavona_ListView_GetItemText(lv_, -1, 0, text, 16), 0);
+  EXPECT_STREQ(text, L"");
+  EXPECT_FALSE(Tavona_ListView_SetItemText(lv_, -1, 0, L"x"));
+  EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, -1), 0);
+  EXPECT_EQ(Tavona_ListView_GetFirstSelectedItem(lv_), -1);
+
+  Tavona_ListView_SelectItem(lv_, 1);
+  EXPECT_EQ(Tavona_ListView_GetFirstSelectedItem(lv_), 1);
+  Tavona_ListView_GetItemText(lv_, -1, 1, text, 16);
+  EXPECT_STREQ(text, L"2");
+  EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, -1), 101);
+  EXPECT_EQ(Tavona_ListView_GetItemImageIndex(lv_, -5), 0);
+  EXPECT_EQ(Tavona_ListView_GetItemImageIndex(lv_, 2), 0);
+  EXPECT_TRUE(Tavona_ListView_SetItemParam(lv_, -1, 77));
+  EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, 1), 77);
+  EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, 9), 0);
+  Tavona_ListView_GetItemText(lv_, 0, 0, text, 3);
+  EXPECT_STREQ(text, L"on");
+  EXPECT_EQ(Tavona_ListView_InsertItem(lv_, -1, L"four", 4, 9), 3);
+  EXPECT_EQ(Tavona_ListView_GetItemImageIndex(lv_, 3), 4);
+  EXPECT_EQ(Tavona_ListView_InsertItem(lv_, 0, L"zero", 0, 0), 0);
+
+  struct Row {
+    const wchar_t *text;
+    UINT flags;
+    int row;
+  } finds[] = {
+      {L"two", 0, -1}, {L"Two", 0, 2}, {L"TWO", TAVONA_LV_FIND_IGNORE_CASE, 2},
+      {L"th", TAVONA_LV_FIND_PREFIX, 3}, {L"TH", TAVONA_LV_FIND_PREFIX | TAVONA_LV_FIND_IGNORE_CASE, 3},
+      {L"", TAVONA_LV_FIND_PREFIX, 0}, {L"fourth", TAVONA_LV_FIND_PREFIX, -1},
+  };
+  for (const Row &f : finds)
+    EXPECT_EQ(Tavona_ListView_FindText(lv_, 0, f.text, f.flags), f.row) << Narrow(f.text);
+  EXPECT_EQ(Tavona_ListView_FindText(nullptr, 0, L"x", 0), -1);
+  EXPECT_EQ(Tavona_ListView_GetFirstSelectedItem(nullptr), -1);
+  EXPECT_EQ(Tavona_ListView_InsertItem(nullptr, 0, L"x", 0, 0), 0);
+}
+
+TEST_F(ListView, SelectionMovesAndDeletes) {
+  Fill(2, L"a,1|b,2|c,3|d,4|e,5");
+  Tavona_ListView_SelectAll(lv_);
+  EXPECT_EQ(Selection(), L"11111");
+  EXPECT_EQ(Tavona_ListView_GetSelectedItemCount(lv_), 5);
+  Tavona_ListView_UnselectAll(lv_);
+  EXPECT_EQ(Selection(), L"00000");
+  EXPECT_EQ(Tavona_ListView_MoveSelectedItemsDown(lv_, 0, 1), -1);  // nothing selected
+
+  Tavona_ListView_SelectItem(lv_, 1);
+  Tavona_ListView_SelectItem(lv_, 2);
+  EXPECT_GE(Tavona_ListView_MoveSelectedItemsDown(lv_, 0, 1), 0);
+  EXPECT_EQ(Dump(2), L"a,1|d,4|b,2|c,3|e,5");
+  EXPECT_EQ(Selection(), L"00110");
+  EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, 2), 102);  // values stay with their rows
+  Tavona_ListView_MoveSelectedItemsUp(lv_, 1, 1);        // only column 1 moves
+  EXPECT_EQ(Dump(2), L"a,1|d,2|b,3|c,4|e,5");
+  EXPECT_EQ(Selection(), L"01100");
+  Tavona_ListView_SelectItem(lv_, 4);
+  EXPECT_EQ(Tavona_ListView_MoveSelectedItemsDown(lv_, 0, 1), 1);  // the last row is selected
+  Tavona_ListView_UnselectItem(lv_, 4);
+  Tavona_ListView_SelectItem(lv_, 0);
+  EXPECT_EQ(Tavona_ListView_MoveSelectedItemsUp(lv_, 0, 1), 1);
+  EXPECT_EQ(Dump(2), L"a,1|d,2|b,3|c,4|e,5");
+
+  EXPECT_EQ(Tavona_ListView_SwapColumns(lv_, 0, 1, TAVONA_LV_SWAP_SELECTED), 3);
+  EXPECT_EQ(Dump(2), L"1,a|2,d|3,b|c,4|e,5");
+  EXPECT_EQ(Tavona_ListView_SwapColumns(lv_, 0, 1, 0), 5);
+  EXPECT_EQ(Dump(2), L"a,1|d,2|b,3|4,c|5,e");
+
+  EXPECT_EQ(Tavona_ListView_DeleteSelectedItems(lv_, TAVONA_LV_SELECT_NEXT), 3);
+  EXPECT_EQ(Dump(2), L"4,c|5,e");
+  EXPECT_EQ(Selection(), L"10");  // the row now where the first deleted one was
+  Tavona_ListView_SelectItem(lv_, 1);
+  EXPECT_EQ(Tavona_ListView_DeleteSelectedItems(lv_, TAVONA_LV_SELECT_NEXT), 2);
+  EXPECT_EQ(Tavona_ListView_DeleteSelectedItems(lv_, 0), 0);
+  EXPECT_EQ(Tavona_ListView_MoveSelectedItemsUp(lv_, 0, 1), 0);  // the count of an empty list
+  Tavona_ListView_InsertItem(lv_, -1, L"only", 0, 0);
+  EXPECT_EQ(Tavona_ListView_MoveSelectedItemsUp(lv_, 0, 1), -1);
+  EXPECT_EQ(Tavona_ListView_IsItemSelected(nullptr, 0), 0);
+  EXPECT_EQ(Tavona_ListView_GetSelectedItemCount(nullptr), 0);
+}
+
+TEST(ListViewGerman, LoadedListInGerman) {
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunSelfInGerman(L"ListView.LoadFromFile"), 0u);
+}
+
+}  // namespace

@@ -1,0 +1,384 @@
+// The registry section editor driven through its dialogs on a real key of
+// the current user, and recent file lists in the registry, boxes and menus.
+// The German dialogs run in a child process started with VEL_LANGUAGE=de.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+const wchar_t kKey[] = L"Software\\Tavona Software\\Tests\\RegEdit";
+const wchar_t kRecent[] = L"Software\\Tavona Software\\Tests\\Recent";
+
+std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (GermanRun() ? L"_de" : L""); }
+
+void SetValue(const wchar_t *key, const wchar_t *name, const std::wstring &data) {
+  RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_SZ, data.c_str(),
+                  DWORD((data.size() + 1) * sizeof(wchar_t)));
+}
+
+// Every value of the key as "name=data;" read with RegGetValueW.
+std::wstring ReadKey(const wchar_t *key) {
+  std::wstring out;
+  HKEY k;
+  if (RegOpenKeyExW(HKEY_CURRENT_USER, key, 0, KEY_READ, &k) != 0) return L"(no key)";
+  std::vector<std::wstring> names;
+  for (DWORD i = 0;; ++i) {
+    wchar_t name[300];
+    DWORD len = 300;
+    if (RegEnumValueW(k, i, name, &len, nullptr, nullptr, nullptr, nullptr) != 0) break;
+    names.push_back(name);
+  }
+  RegCloseKey(k);
+  std::sort(names.begin(), names.end());
+  for (const auto &n : names) {
+    wchar_t data[600] = {};
+    DWORD bytes = sizeof data;
+    RegGetValueW(HKEY_CURRENT_USER, key, n.c_str(), RRF_RT_REG_SZ, nullptr, data, &bytes);
+    out += n + L"=" + data + L";";
+  }
+  return out;
+}
+
+// The editor's rows as "name=data;".
+std::wstring Rows(tvui::Session &s, HWND list) {
+  std::wstring out;
+  int count = int(s.Send(list, LVM_GETITEMCOUNT));
+  for (int r = 0; r < count; ++r) {
+    for (int c = 0; c < 2; ++c) {
+      wchar_t text[300] = {};
+      LVITEMW item = {};
+      item.iSubItem = c;
+      item.pszText = text;
+      item.cchTextMax = 300;
+      s.Send(list, LVM_GETITEMTEXTW, r, LPARAM(&item));
+      out += std::wstring(text) + (c ? L";" : L"=");
+    }
+  }
+  return out;
+}
+
+// The rows once the dialog has done what a menu command asked.
+void WaitRows(tvui::Session &s, HWND list, const std::wstring &expected, int line) {
+  std::wstring rows;
+  for (int i = 0; i < 100 && (rows = Rows(s, list)) != expected; ++i) Sleep(30);
+  EXPECT_EQ(rows, expected) << "line " << line;
+}
+
+void SelectRow(tvui::Session &s, HWND list, int row) {
+  LVITEMW item = {};
+  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+  item.state = LVIS_SELECTED | LVIS_FOCUSED;
+  s.Send(list, LVM_SETITEMSTATE, row, LPARAM(&item));
+}
+
+bool Visible(tvui::Session &s, HWND dlg, int id) { return IsWindowVisible(s.Item(dlg, id)) != 0; }
+bool Enabled(tvui::Session &s, HWND dlg, int id) { return IsWindowEnabled(s.Item(dlg, id)) != 0; }
+
+// A right click in the list as the control reports it. Posted: with a
+// selection the dialog tracks its menu before it returns.
+NMHDR g_rclick;
+void RightClick(HWND dlg, HWND list) {
+  g_rclick = {list, IDC_REGEDIT_LIST, UINT(NM_RCLICK)};
+  PostMessageW(dlg, WM_NOTIFY, IDC_REGEDIT_LIST, LPARAM(&g_rclick));
+}
+
+HWND WaitMenu(tvui::Session &s) {
+  return s.WaitWindow(
+      [](HWND w) {
+        wchar_t cls[16] = {};
+        GetClassNameW(w, cls, 16);
+        return std::wstring(cls) == L"#32768";
+      },
+      L"popup menu");
+}
+
+// Keys as the menu's own loop reads them.
+void MenuKeys(HWND menu, std::initializer_list<WPARAM> keys) {
+  for (WPARAM k : keys) PostMessageW(menu, WM_KEYDOWN, k, 0);
+}
+
+void AddEntry(tvui::Session &s, HWND editor, const wchar_t *caption, const wchar_t *name,
+              const wchar_t *data, bool shot = false) {
+  s.Click(editor, IDC_REGEDIT_ADD);
+  HWND add = s.WaitDialog(caption);
+  if (shot) {
+    EXPECT_EQ(s.Text(add, IDC_REGEDIT_NAME_LABEL), GermanRun() ? L"Wertname" : L"Setting");
+    EXPECT_EQ(s.Text(add, IDC_REGEDIT_DATA_LABEL), GermanRun() ? L"Inhalt" : L"Contents");
+    s.Screenshot(add, Shot(L"regedit_add"));
+    // An empty name is refused with message 1386; the dialog stays.
+    s.Click(add, IDOK);
+    tvui::Box box = s.WaitMessageBox();
+    EXPECT_EQ(box.icon, UINT(MB_ICONEXCLAMATION));
+    s.Answer(box, IDOK);
+    EXPECT_TRUE(IsWindow(add));
+  }
+  s.SetText(add, IDC_REGEDIT_NAME, name);
+  s.SetText(add, IDC_REGEDIT_DATA, data);
+  s.Click(add, IDOK);
+  s.WaitClosed(add);
+}
+
+class RegEdit : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+    SetValue(kKey, L"A", L"1");
+    SetValue(kKey, L"B", L"2");
+    SetValue(kKey, L"C", L"3");
+  }
+  void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
+  const wchar_t *columns_ = GermanRun() ? L"Wertname|120|Inhalt|200" : L"Setting|120|Contents|200";
+};
+
+// Delete, add (a second B: the later write wins), then OK writes exactly
+// the list.
+TEST_F(RegEdit, ChangesWrittenOnOk) {
+  int rc = tvui::RunModal(
+      [&] {
+        return Tavona_EditRegistrySection(nullptr, HKEY_CURRENT_USER, kKey, L"Test Settings",
+                                          columns_, L"New Setting", L"X;10;Y;20;", 7, 8);
+      },
+      [](tvui::Session &s) {
+        HWND dlg = s.WaitDialog(L"Test Settings");
+        HWND list = s.Item(dlg, IDC_REGEDIT_LIST);
+        EXPECT_EQ(Rows(s, list), L"A=1;B=2;C=3;");
+        EXPECT_FALSE(Enabled(s, dlg, IDC_REGEDIT_DELETE));
+        EXPECT_TRUE(Visible(s, dlg, IDC_REGEDIT_DEFAULTS));
+        SelectRow(s, list, 0);
+        EXPECT_TRUE(Enabled(s, dlg, IDC_REGEDIT_DELETE));
+        s.Screenshot(dlg, Shot(L"regedit_editor"));
+        s.Click(dlg, IDC_REGEDIT_DELETE);
+        EXPECT_EQ(Rows(s, list), L"B=2;C=3;");
+        EXPECT_FALSE(Enabled(s, dlg, IDC_REGEDIT_DELETE));
+        AddEntry(s, dlg, L"New Setting", L"B", L"22", true);
+        AddEntry(s, dlg, L"New Setting", L"D", L"4 with spaces");
+        EXPECT_EQ(Rows(s, list), L"B=2;C=3;B=22;D=4 with spaces;");
+        EXPECT_EQ(s.Send(list, LVM_GETITEMSTATE, 3, LVIS_SELECTED | LVIS_FOCUSED),
+                  LVIS_SELECTED | LVIS_FOCUSED);
+        s.Click(dlg, IDOK);
+        s.WaitClosed(dlg);
+      });
+  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(ReadKey(kKey), L"B=22;C=3;D=4 with spaces;");
+}
+
+// The template's own caption; Defaults then Cancel leaves the key; the
+// context menu appears only with a selection.
+TEST_F(RegEdit, CancelDefaultsAndMenu) {
+  const wchar_t *caption = GermanRun() ? L"Einstellungen bearbeiten" : L"Edit Settings";
+  const wchar_t *addCaption = GermanRun() ? L"Eintrag hinzufügen" : L"Add Entry";
+  int rc = tvui::RunModal(
+      [&] {
+        return Tavona_EditRegistrySection(nullptr, HKEY_CURRENT_USER, kKey, nullptr, columns_,
+                                          L"", L"X;10;Y;20;", 0, 0);
+      },
+      [&](tvui::Session &s) {
+        HWND dlg = s.WaitDialog(caption);
+        HWND list = s.Item(dlg, IDC_REGEDIT_LIST);
+        s.Click(dlg, IDC_REGEDIT_DEFAULTS);
+        EXPECT_EQ(Rows(s, list), L"X=10;Y=20;");
+        s.Screenshot(dlg, Shot(L"regedit_defaults"));
+
+        // No selection: no menu, the right click returns at once.
+        g_rclick = {list, IDC_REGEDIT_LIST, UINT(NM_RCLICK)};
+        s.Send(dlg, WM_NOTIFY, IDC_REGEDIT_LIST, LPARAM(&g_rclick));
+        SelectRow(s, list, 1);
+        RightClick(dlg, list);
+        MenuKeys(WaitMenu(s), {VK_DOWN, VK_DOWN, VK_RETURN});  // Delete
+        WaitRows(s, list, L"X=10;", __LINE__);
+        SelectRow(s, list, 0);
+        RightClick(dlg, list);
+        MenuKeys(WaitMenu(s), {VK_DOWN, VK_RETURN});  // Add...
+        HWND add = s.WaitDialog(addCaption);
+        s.Click(add, IDCANCEL);
+        s.WaitClosed(add);
+        EXPECT_EQ(Rows(s, list), L"X=10;");
+        s.Click(dlg, IDCANCEL);
+        s.WaitClosed(dlg);
+      });
+  EXPECT_EQ(rc, 2);
+  EXPECT_EQ(ReadKey(kKey), L"A=1;B=2;C=3;");
+}
+
+// Without defaults the button is hidden; a key with a subkey cannot be
+// deleted, so values removed from the list survive the save.
+TEST_F(RegEdit, NoDefaultsAndSubkeys) {
+  SetValue((std::wstring(kKey) + L"\\Sub").c_str(), L"S", L"s");
+  int rc = tvui::RunModal(
+      [&] {
+        return Tavona_EditRegistrySection(nullptr, HKEY_CURRENT_USER, kKey, L"Plain", columns_,
+                                          nullptr, nullptr, 0, 0);
+      },
+      [](tvui::Session &s) {
+        HWND dlg = s.WaitDialog(L"Plain");
+        EXPECT_FALSE(Visible(s, dlg, IDC_REGEDIT_DEFAULTS));
+        HWND list = s.Item(dlg, IDC_REGEDIT_LIST);
+        SelectRow(s, list, 2);
+        s.Click(dlg, IDC_REGEDIT_DELETE);
+        s.Click(dlg, IDOK);
+        s.WaitClosed(dlg);
+      });
+  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(ReadKey(kKey), L"A=1;B=2;C=3;");
+}
+
+TEST(RegEditGerman, AllInGerman) {
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunSelfInGerman(L"RegEdit.*:RecentFiles.MenuScreenshot"), 0u);
+}
+
+// ---- Recent file lists ------------------------------------------------------
+
+class RecentFiles : public ::testing::Test {
+ protected:
+  void SetUp() override { RegDeleteTreeW(HKEY_CURRENT_USER, kRecent); }
+  void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, kRecent); }
+  static std::wstring Entry(int index) {
+    wchar_t out[256] = L"junk";
+    Tavona_GetRecentListFile(kRecent, index, out, 256);
+    return out;
+  }
+  static std::wstring All() {
+    std::wstring out;
+    for (int i = 0; i < 25; ++i) {
+      std::wstring e = Entry(i);
+      if (e.empty()) break;
+      out += (i ? L"," : L"") + e;
+    }
+    return out;
+  }
+};
+
+TEST_F(RecentFiles, PushOrderAndLimits) {
+  struct Step {
+    const wchar_t *push;
+    const wchar_t *list;
+  } steps[] = {
+      {L"A", L"A"},
+      {L"B", L"B,A"},
+      {L"A", L"A,B"},
+      {L"C:\\X.TXT", L"C:\\X.TXT,A,B"},
+      {L"c:\\x.txt", L"c:\\x.txt,A,B"},  // equal in any case: moves to the front
+      {L"  ", L"c:\\x.txt,A,B"},         // blank: nothing happens
+      {nullptr, L"c:\\x.txt,A,B"},
+  };
+  for (const Step &st : steps) {
+    Tavona_PushRecentListFile(kRecent, st.push);
+    EXPECT_EQ(All(), st.list) << Narrow(st.push);
+  }
+  for (int i = 0; i < 21; ++i) Tavona_PushRecentListFile(kRecent, (L"f" + std::to_wstring(i)).c_str());
+  EXPECT_EQ(Tavona_CountRegistryItems(HKEY_CURRENT_USER, kRecent), 20);
+  EXPECT_EQ(Entry(0), L"f20");
+  EXPECT_EQ(Entry(19), L"f1");
+  EXPECT_EQ(Entry(20), L"");
+  Tavona_PushRecentListFile(L"", L"x");  // no key: nothing
+}
+
+// deliberate: an entry of 128 characters or more ends the list read back
+TEST_F(RecentFiles, LongEntryDropsTheOlderOnes) {
+  SetValue(kRecent, L"F01", L"one");
+  SetValue(kRecent, L"F02", L"two");
+  SetValue(kRecent, L"F03", std::wstring(130, L'x'));
+  SetValue(kRecent, L"F04", L"four");
+  Tavona_PushRecentListFile(kRecent, L"new");
+  EXPECT_EQ(ReadKey(kRecent), L"F01=new;F02=one;F03=two;");
+
+  // 1000 stored entries, one of them the pushed file: twenty remain.
+  RegDeleteTreeW(HKEY_CURRENT_USER, kRecent);
+  for (int i = 1; i <= 1000; ++i) {
+    wchar_t name[16];
+    swprintf(name, 16, L"F%04d", i);
+    SetValue(kRecent, name, L"file" + std::to_wstring(i));
+  }
+  Tavona_PushRecentListFile(kRecent, L"FILE2");
+  EXPECT_EQ(Tavona_CountRegistryItems(HKEY_CURRENT_USER, kRecent), 20);
+  EXPECT_EQ(Entry(0), L"FILE2");
+  EXPECT_EQ(Entry(1), L"file1");
+  EXPECT_EQ(Entry(2), L"file3");
+
+  // Reading takes size bytes: a 6-character buffer holds 2 characters.
+  wchar_t small[6] = L"dflt";
+  Tavona_GetRecentListFile(kRecent, 0, small, 6);
+  EXPECT_STREQ(small, L"");
+  Tavona_GetRecentListFile(kRecent, 0, nullptr, 6);
+}
+
+TEST_F(RecentFiles, BoxesAndMenus) {
+  Tavona_PushRecentListFile(kRecent, L"Z:\\gone\\no longer there.txt");
+  Tavona_PushRecentListFile(kRecent, L"C:\\b.txt");
+  Tavona_PushRecentListFile(kRecent, L"C:\\a.txt");
+  HWND combo = CreateWindowW(L"COMBOBOX", L"", CBS_DROPDOWNLIST, 0, 0, 200, 200, nullptr, nullptr,
+                             nullptr, nullptr);
+  Tavona_AddBoxEntry(combo, L"old", 0, -1, 0);
+  Tavona_FillRecentListToBox(combo, kRecent, 2, 42);
+  EXPECT_EQ(Tavona_GetBoxCount(combo), 2);
+  EXPECT_EQ(Tavona_GetItemData(combo, 1), 42);
+  Tavona_FillRecentListToBox(combo, kRecent, 10, 5);
+  EXPECT_EQ(Tavona_GetBoxCount(combo), 3);  // stops at the first blank entry
+  DestroyWindow(combo);
+
+  HMENU menu = CreatePopupMenu();
+  for (int i = 0; i < 9; ++i)
+    AppendMenuW(menu, MF_STRING, 100 + i, (L"item " + std::to_wstring(i)).c_str());
+  auto dump = [&] {
+    std::wstring out;
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+      wchar_t text[300] = {};
+      GetMenuStringW(menu, i, text, 300, MF_BYPOSITION);
+      out += std::to_wstring(GetMenuItemID(menu, i)) + L":" + text + L";";
+    }
+    return out;
+  };
+  EXPECT_EQ(Tavona_AppendRecentListToMenuExt(menu, kRecent, 5, 500, 2, 0, 0, 0), 2);
+  EXPECT_EQ(dump(), L"100:item 0;101:item 1;102:item 2;103:item 3;104:item 4;0:;"
+                    L"500:&1:  C:\\a.txt;501:&2:  C:\\b.txt;");
+  // Replaced on every update; a missing file is listed as it is.
+  EXPECT_EQ(Tavona_AppendRecentListToMenu(menu, kRecent, 5, 500, 9, 0), 1);
+  EXPECT_EQ(dump(), L"100:item 0;101:item 1;102:item 2;103:item 3;104:item 4;0:;"
+                    L"500:&1:  C:\\a.txt;501:&2:  C:\\b.txt;502:&3:  Z:\\gone\\no longer there.txt;");
+  EXPECT_EQ(Tavona_AppendRecentListToMenuExt(menu, kRecent, 2, 500, 0, 0, 0, 0), 1);
+  EXPECT_EQ(dump(), L"100:item 0;101:item 1;0:;");
+  EXPECT_EQ(Tavona_AppendRecentListToMenuExt(menu, kRecent, 1, 700, 3, 5, 0, 0), 3);
+  EXPECT_EQ(GetMenuItemCount(menu), 5);
+  DestroyMenu(menu);
+  EXPECT_EQ(Tavona_AppendRecentListToMenu(nullptr, kRecent, 0, 1, 3, 0), 0);
+}
+
+// A File menu with the recent files, open, for the screenshot.
+TEST_F(RecentFiles, MenuScreenshot) {
+  Tavona_PushRecentListFile(kRecent, L"C:\\Reports\\2026\\November.txt");
+  Tavona_PushRecentListFile(kRecent, L"D:\\Lists\\Customers.lst");
+  Tavona_PushRecentListFile(kRecent, L"C:\\Users\\Public\\Notes.txt");
+  bool de = GermanRun();
+  HMENU menu = CreatePopupMenu();
+  AppendMenuW(menu, MF_STRING, 10, de ? L"&Öffnen...\tStrg+O" : L"&Open...\tCtrl+O");
+  AppendMenuW(menu, MF_STRING, 11, de ? L"&Speichern\tStrg+S" : L"&Save\tCtrl+S");
+  AppendMenuW(menu, MF_STRING, 12, de ? L"&Beenden" : L"E&xit");
+  Tavona_AppendRecentListToMenu(menu, kRecent, 2, 1000, 4, 0);
+  AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuW(menu, MF_STRING, 12, de ? L"&Beenden" : L"E&xit");
+  HWND owner = CreateWindowW(L"STATIC", L"owner", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr,
+                             nullptr, nullptr, nullptr);
+  int chosen = tvui::RunModal(
+      [&] { return int(TrackPopupMenu(menu, TPM_RETURNCMD, 20, 20, 0, owner, nullptr)); },
+      [](tvui::Session &s) {
+        HWND m = WaitMenu(s);
+        s.Screenshot(m, Shot(L"recent_menu"));
+        MenuKeys(m, {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN});
+      });
+  EXPECT_EQ(chosen, 1001);  // the second recent file
+  DestroyWindow(owner);
+  DestroyMenu(menu);
+}
+
+}  // namespace
