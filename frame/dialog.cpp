@@ -15,25 +15,27 @@ INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param) {
 
 namespace {
 
-void TranslateWindowText(HWND w) {
+void TranslateWindowText(HWND w, const WCHAR *module) {
   WCHAR text[1024];
   if (GetWindowTextW(w, text, 1024) < 1) return;
   WCHAR before[1024];
   lstrcpynW(before, text, 1024);
-  LtsTranslateText(g.ltsModuleName, text, 1024);
+  LtsTranslateText(module, text, 1024);
   if (lstrcmpW(before, text) != 0) SetWindowTextW(w, text);
 }
 
-BOOL CALLBACK TranslateChild(HWND child, LPARAM) {
-  TranslateWindowText(child);
+BOOL CALLBACK TranslateChild(HWND child, LPARAM module) {
+  TranslateWindowText(child, reinterpret_cast<const WCHAR *>(module));
   return TRUE;
 }
 
 }  // namespace
 
-void TranslateOwnDialog(HWND dialog) {
-  TranslateWindowText(dialog);
-  EnumChildWindows(dialog, TranslateChild, 0);
+void TranslateOwnDialog(HWND dialog) { TranslateDialog(dialog, g.ltsModuleName); }
+
+void TranslateDialog(HWND dialog, const WCHAR *module) {
+  TranslateWindowText(dialog, module);
+  EnumChildWindows(dialog, TranslateChild, reinterpret_cast<LPARAM>(module));
 }
 
 }  // namespace tv

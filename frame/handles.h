@@ -54,6 +54,7 @@ inline void CloseGdi(HGDIOBJ o) { DeleteObject(o); }
 inline void CloseGlobal(HGLOBAL m) { GlobalFree(m); }
 inline void CloseDc(HDC dc) { DeleteDC(dc); }
 inline void CloseIcon(HICON i) { DestroyIcon(i); }
+inline void CloseMenu(HMENU m) { DestroyMenu(m); }
 
 using unique_hkey = unique_any<HKEY, CloseKey>;
 using unique_hfile = unique_any<HANDLE, CloseFile, InvalidFileHandle>;
@@ -64,6 +65,7 @@ using unique_hbitmap = unique_any<HBITMAP, CloseGdi>;
 using unique_hglobal = unique_any<HGLOBAL, CloseGlobal>;
 using unique_hdc = unique_any<HDC, CloseDc>;
 using unique_hicon = unique_any<HICON, CloseIcon>;
+using unique_hmenu = unique_any<HMENU, CloseMenu>;
 
 // A window DC obtained with GetDC, released with ReleaseDC.
 class window_dc {
@@ -79,6 +81,37 @@ class window_dc {
  private:
   HWND w_;
   HDC dc_;
+};
+
+// Selects an object into a DC and puts the previous one back on every path
+// (before the object's own owner deletes it: declare the owner first).
+class selected_object {
+ public:
+  selected_object(HDC dc, HGDIOBJ object) : dc_(dc), old_(SelectObject(dc, object)) {}
+  ~selected_object() {
+    if (old_ && old_ != HGDI_ERROR) SelectObject(dc_, old_);
+  }
+  selected_object(const selected_object &) = delete;
+  selected_object &operator=(const selected_object &) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ old_;
+};
+
+// Restores a DC's state (SaveDC/RestoreDC) on every path.
+class saved_dc {
+ public:
+  explicit saved_dc(HDC dc) : dc_(dc), id_(SaveDC(dc)) {}
+  ~saved_dc() {
+    if (id_) RestoreDC(dc_, id_);
+  }
+  saved_dc(const saved_dc &) = delete;
+  saved_dc &operator=(const saved_dc &) = delete;
+
+ private:
+  HDC dc_;
+  int id_;
 };
 
 }  // namespace tv
