@@ -14,7 +14,7 @@
 
 namespace {
 
-struct Spec {
+struct Shape {
   int32_t w, h;
   uint32_t flags;
 };
@@ -27,8 +27,8 @@ class Bar : public ::testing::Test {
     bar_.window = reinterpret_cast<HWND>(0x1234);
   }
   void TearDown() override { tv::DeleteAllButtons(&bar_, nullptr); }
-  void Add(const std::vector<Spec> &specs) {
-    for (const Spec &s : specs)
+  void Add(const std::vector<Shape> &shapes) {
+    for (const Shape &s : shapes)
       ASSERT_TRUE(tv::NewButton(&bar_, 1, nullptr, nullptr, 0, s.h, s.w, s.flags, nullptr));
   }
   tv::BarButton *At(int i) {
@@ -172,7 +172,7 @@ TEST_F(Bar, HorizontalLayout) {
   struct Row {
     const char *what;
     int32_t width, wrap, gap;
-    std::vector<Spec> buttons;
+    std::vector<Shape> buttons;
     const char *rects;
   } rows[] = {
       {"one row, gap 2", 200, 0, 2, {{20, 10, 0}, {30, 12, 0}},
@@ -220,7 +220,7 @@ TEST_F(Bar, NeededSizes) {
   struct Row {
     const char *what;
     int32_t extent, wrap;
-    std::vector<Spec> buttons;
+    std::vector<Shape> buttons;
     int32_t height;
   } rows[] = {
       {"one line", 200, 0, {{20, 10, 0}, {30, 12, 0}}, 4 + 4 + 12},

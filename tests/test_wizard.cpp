@@ -36,6 +36,7 @@ struct Recorder {
   UINT vetoPage = 0;  // answers the leave message of this page with 0
   WizzardContext *context = nullptr;
   UINT frameMessages = 0;
+  std::wstring pictureFile;  // given to Wizzard_SetDefaultBitmap as the frame opens
 } g_rec;
 
 std::string PageOf(WizzardContext *c, HWND w) {
@@ -48,6 +49,10 @@ INT CALLBACK Callback(WizzardContext *c, UINT pageId, HWND w, UINT m, WPARAM wp,
   g_rec.context = c;
   if (pageId == 0) {
     ++g_rec.frameMessages;
+    if (m == WM_INITDIALOG && !g_rec.pictureFile.empty()) {
+      EXPECT_EQ(Wizzard_SetDefaultBitmap(c, g_rec.pictureFile.c_str()),
+                g_rec.pictureFile.find(L"missing") == std::wstring::npos);
+    }
     return 0;
   }
   const char *name = m == WM_INITDIALOG ? "init"
@@ -275,6 +280,24 @@ TEST_F(Wizard, FailuresEndWithTwo) {
                   s.Click(d, IDCANCEL);
                 }),
             2);
+  // A picture from a file, or none when the file is missing.
+  wchar_t source[MAX_PATH] = {};
+  GetEnvironmentVariableW(L"TAVONA_SOURCE_DIR", source, MAX_PATH);
+  for (const wchar_t *file : {L"\\resources\\wizard.bmp", L"\\resources\\missing.bmp"}) {
+    g_rec.pictureFile = std::wstring(source) + file;
+    bool found = g_rec.pictureFile.find(L"missing") == std::wstring::npos;
+    Run(
+        [&](tvui::Session &s) {
+          HWND d = s.WaitAnyDialog();
+          RECT page;
+          GetWindowRect(Wizzard_GetHwndSubDialog(g_rec.context, 201), &page);
+          MapWindowPoints(nullptr, d, reinterpret_cast<POINT *>(&page), 2);
+          EXPECT_EQ(page.left, found ? 13 + 96 + 2 + 13 : 13) << Narrow(file);
+          s.Click(d, IDCANCEL);
+        },
+        kPages, kActivate, 13, 0);
+  }
+  g_rec.pictureFile.clear();
   EXPECT_EQ(Wizzard_GetParam(nullptr), 0);
   EXPECT_EQ(Wizzard_EnableSubDialog(nullptr, 201, 1), 0);
   EXPECT_FALSE(Wizzard_GetHwndSubDialog(nullptr, 201));
