@@ -452,6 +452,22 @@ INT_PTR EditButton(BarRecord *bar, BarButton *b) {
 
 // ---- Window procedure --------------------------------------------------------
 
+// The cursors are loaded once per resource library: shared cursors are
+// never destroyed, and a resource library loaded as a data file (as tests
+// do) gets a new copy from every load under wine.
+void LoadDragCursors(BarRecord *bar) {
+  static HMODULE from = nullptr;
+  static HCURSOR drop = nullptr, noDrop = nullptr;
+  if (!g.resources) return;
+  if (from != g.resources || !drop || !noDrop) {
+    from = g.resources;
+    drop = LoadCursorW(g.resources, L"PICKCURSORDROPABLE");
+    noDrop = LoadCursorW(g.resources, L"PICKCURSORUNDROPABLE");
+  }
+  bar->dropCursor = drop;
+  bar->noDropCursor = noDrop;
+}
+
 LRESULT Create(HWND w, const CREATESTRUCTW *cs) {
   auto *bar = static_cast<BarRecord *>(AllocBytes(sizeof(BarRecord)));
   if (!bar) return -1;
@@ -463,10 +479,7 @@ LRESULT Create(HWND w, const CREATESTRUCTW *cs) {
     bar->notifyWindow = params->notifyWindow;
     bar->notifyMessage = params->notifyMessage;
   }
-  if (g.resources) {
-    bar->dropCursor = LoadCursorW(g.resources, L"PICKCURSORDROPABLE");
-    bar->noDropCursor = LoadCursorW(g.resources, L"PICKCURSORUNDROPABLE");
-  }
+  LoadDragCursors(bar);
   SetWindowLongPtrW(w, 0, reinterpret_cast<LONG_PTR>(bar));
   return 0;
 }
