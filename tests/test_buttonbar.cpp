@@ -185,6 +185,27 @@ TEST_F(ButtonBar, PaintedStates) {
   tvui::SaveScreenshot(bar_, L"buttonbar_states");
 }
 
+TEST_F(ButtonBar, PaintToHdcLeavesOutButtonsBeyondTheRectangleWithProperty15) {
+  Fill(3);
+  HDC screen = GetDC(nullptr);
+  HDC mem = CreateCompatibleDC(screen);
+  HBITMAP bitmap = CreateCompatibleBitmap(screen, 200, 40);
+  ReleaseDC(nullptr, screen);
+  HGDIOBJ old = SelectObject(mem, bitmap);
+  RECT all = {0, 0, 200, 40}, first = {0, 0, 44, 40};
+  for (int clipped : {0, 1}) {
+    FillRect(mem, &all, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    WButtWind_SetLongProperty(bar_, 15, clipped);
+    WButtWind_PaintToHdc(bar_, mem, &first, 0, 0);
+    EXPECT_EQ(GetPixel(mem, 20, 30), kBack) << clipped;
+    EXPECT_EQ(GetPixel(mem, 48, 8), clipped ? RGB(255, 255, 255) : RGB(192, 192, 192))
+        << clipped;
+  }
+  SelectObject(mem, old);
+  DeleteObject(bitmap);
+  DeleteDC(mem);
+}
+
 TEST_F(ButtonBar, ScreenshotsOfTheThreeArrangements) {
   MoveWindow(bar_, 0, 0, 500, 40, TRUE);
   std::vector<HWBUTTON> b = Fill(10);
@@ -241,6 +262,12 @@ TEST_F(ButtonBar, DragMovesButtonsWithTheirCursors) {
 TEST_F(ButtonBar, HoverShowsThePopupText) {
   std::vector<HWBUTTON> b = Fill(2);
   WButton_SetStringProperty(b[1], 4, L"Prints the page");
+  WCHAR text[100], expected[100];
+  ASSERT_TRUE(WButton_LoadPopupTextFromResource(b[0], IDS_ESTIMATED_TIME, nullptr));
+  WButton_GetStringProperty(b[0], 4, text, 100);
+  LoadStringW(tv::g.resources, IDS_ESTIMATED_TIME, expected, 100);
+  EXPECT_STREQ(text, expected);
+  WButton_SetStringProperty(b[0], 4, nullptr);
   auto popup = [] { return FindWindowW(L"TAVONA_POPUP_32", nullptr); };
   SendMessageW(bar_, WM_MOUSEMOVE, 0, At(10, 10));
   EXPECT_FALSE(popup());
