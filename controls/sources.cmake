@@ -1,6 +1,6 @@
 tavona_sources(PORTABLE controls/dibcheck.cpp
   WINDOWS controls/boxes.cpp controls/progress.cpp controls/smallwnd.cpp controls/winhelpers.cpp
-  controls/hooks.cpp controls/bitmaps.cpp controls/picconv.cpp controls/wndproc_stubs.cpp EXPORTS controls/exports.def)
+  controls/hooks.cpp controls/bitmaps.cpp controls/picconv.cpp EXPORTS controls/exports.def)
 
 tavona_test(controls_boxes_tests WINDOWS UI SOURCES tests/test_controls_boxes.cpp)
 tavona_test(controls_progress_tests WINDOWS UI INTERNAL SOURCES tests/test_controls_progress.cpp)

@@ -15,4 +15,8 @@ INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param) {
 
 void TranslateOwnDialog(HWND dialog) { LtsTranslateDialog(dialog, g.ltsModuleName, nullptr); }
 
+void TranslateDialog(HWND dialog, const WCHAR *module) {
+  LtsTranslateDialog(dialog, module, nullptr);
+}
+
 }  // namespace tv

@@ -14,6 +14,8 @@ INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param);
 // Translates a dialog of the library itself (its caption and controls)
 // under the library's module name.
 void TranslateOwnDialog(HWND dialog);
+// The same under another module name (an application's dialog).
+void TranslateDialog(HWND dialog, const WCHAR *module);
 
 // The dialog base: every dialog procedure of the library starts with
 //   Record *r = tv::DialogRecord<Record>(dialog, message, lParam);

@@ -132,6 +132,16 @@ class select_object {
   }
   select_object(const select_object &) = delete;
   select_object &operator=(const select_object &) = delete;
+// Selects an object into a DC and puts the previous one back on every path
+// (before the object's own owner deletes it: declare the owner first).
+class selected_object {
+ public:
+  selected_object(HDC dc, HGDIOBJ object) : dc_(dc), old_(SelectObject(dc, object)) {}
+  ~selected_object() {
+    if (old_ && old_ != HGDI_ERROR) SelectObject(dc_, old_);
+  }
+  selected_object(const selected_object &) = delete;
+  selected_object &operator=(const selected_object &) = delete;
 
  private:
   HDC dc_;
@@ -145,5 +155,19 @@ F ProcAddress(HMODULE module, const char *name) {
   if (!module || !name) return nullptr;
   return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
 }
+// Restores a DC's state (SaveDC/RestoreDC) on every path.
+class saved_dc {
+ public:
+  explicit saved_dc(HDC dc) : dc_(dc), id_(SaveDC(dc)) {}
+  ~saved_dc() {
+    if (id_) RestoreDC(dc_, id_);
+  }
+  saved_dc(const saved_dc &) = delete;
+  saved_dc &operator=(const saved_dc &) = delete;
+
+ private:
+  HDC dc_;
+  int id_;
+};
 
 }  // namespace tv

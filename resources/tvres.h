@@ -179,5 +179,45 @@
 #define IDC_REGEDIT_DATA_LABEL 403
 #define IDC_REGEDIT_NAME 1038
 #define IDC_REGEDIT_DATA 502
+/* Button bar: context menus (over a button / an empty place), their
+ * commands, the property dialogs, the drag cursors (by name:
+ * "PICKCURSORDROPABLE", "PICKCURSORUNDROPABLE"). */
+#define IDM_BAR_BUTTON 122
+#define IDM_BAR_EMPTY 123
+#define IDM_BAR_PROPERTIES 40002
+#define IDM_BAR_BUTTON_PROPERTIES 40003
+#define IDM_BAR_DELETE 40004
+#define IDM_BAR_NEW_BUTTON 40005
+#define IDM_BAR_NEW_SPACE 40006
+#define IDM_BAR_EDGES 40007
+#define IDM_BAR_SWITCH 40008
+#define IDM_BAR_WRAP 40009
+#define IDD_BAR_PROPERTIES 124
+#define IDD_BUTTON_PROPERTIES 125
+#define IDC_BAR_MARGIN 1201
+#define IDC_BAR_GAP 1202
+#define IDC_BAR_GROUP_GAP 1203
+#define IDC_BAR_EDGE_WIDTH 1204
+#define IDC_BAR_FRAME_WIDTH 1205
+#define IDC_BAR_ALL_EDGES 1206
+#define IDC_BAR_SEPARATORS 1207
+#define IDC_BAR_WRAP 1208
+#define IDC_BAR_VERTICAL 1209
+#define IDC_BAR_MENU 1210
+#define IDC_BUTTON_CAPTION 1221
+#define IDC_BUTTON_POPUP 1222
+#define IDC_BUTTON_ID 1223
+#define IDC_BUTTON_NEW_ROW 1224
+#define IDC_BUTTON_GROUP 1225
+#define IDC_BUTTON_LATCHED 1226
+#define IDC_BUTTON_HIDDEN 1227
+
+/* Wizard: the frame (Finish is IDOK, Cancel IDCANCEL) and the picture
+ * shown when an application names no bitmap of its own. */
+#define IDD_WIZARD 106
+#define IDC_WIZARD_NEXT 3
+#define IDC_WIZARD_BACK 4
+#define IDC_WIZARD_LINE 1003
+#define IDB_WIZARD_DEFAULT 106
 
 #endif

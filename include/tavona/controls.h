@@ -492,6 +492,211 @@ INT WINAPI Tavona_ListView_MoveSelectedItemsDown(HWND listView, INT firstColumn,
 /* Exchanges the texts of two columns in every row (selected rows with
  * TAVONA_LV_SWAP_SELECTED); returns how many rows. */
 INT WINAPI Tavona_ListView_SwapColumns(HWND listView, INT columnA, INT columnB, UINT flags);
+/* ---- Button bar --------------------------------------------------------
+ * A child window of class "TAVONA_BUTTONS_32" holding an ordered list of
+ * buttons. A click posts notifyMessage to notifyWindow with WPARAM 1 and
+ * the button as LPARAM. Buttons are addressed by the handle that
+ * WButtWind_CreateNewButton returns; WButton_* calls ignore anything else.
+ *
+ *   HWND bar = WButtWind_CreateWindow(frame, frame, WM_APP + 1);
+ *   HWBUTTON open = WButtWind_CreateNewButton(bar, 1, L"open", L"Open", 10,
+ *                                             24, 60, 0, NULL);
+ *   WButton_SetStringProperty(open, 5, L"Open");
+ *   MoveWindow(bar, 0, 0, width, WButtWind_CalculateHeight(bar, width), TRUE);
+ *   WButtWind_Arrange(bar);
+ */
+typedef struct TAVONA_WBUTTON *HWBUTTON;
+
+/* Button kinds: 1 picture/caption, 8 caption over a swatch of colour 104;
+ * other kinds take room but are not painted. */
+#define WBUTTON_KIND_PICTURE 1
+#define WBUTTON_KIND_SWATCH 8
+/* Button flags (long property 6). */
+#define WBUTTON_INVISIBLE 1
+#define WBUTTON_NEW_ROW 2 /* starts a new row (column) */
+#define WBUTTON_GROUP 4   /* a group gap before it */
+#define WBUTTON_LATCHED 8 /* drawn pressed */
+#define WBUTTON_INVERTED 16
+
+/* Bar properties 1 to 17 (long) and 100 to 104 (colours); an unknown id
+ * reads 0 and is ignored when set:
+ *  1 margin (4)          2 gap (0)             3 group gap (8)
+ *  6 edge mode (2: every button; else the hot and latched ones only)
+ *  7 edge width (1)      8 frame width (1)     9 group separators (0)
+ * 10 wrap (0)           11 arrangement (2 columns, else rows; 1)
+ * 12 menu switch (1)    14 "EDIT PROP" on double click (1)
+ * 15 paint clipped to the rectangle of WButtWind_PaintToHdc (0)
+ * 17 context menu on the right button (1); 4, 5, 13 (1) and 16 are kept.
+ * 100 background, 101 caption text (0), 102 face (all 0xC0C0C0),
+ * 103 kept (0x00FFFF), 104 second colour (0xFF0000). */
+#define WBAR_MARGIN 1
+#define WBAR_GAP 2
+#define WBAR_GROUP_GAP 3
+#define WBAR_EDGE_MODE 6
+#define WBAR_EDGE_WIDTH 7
+#define WBAR_FRAME_WIDTH 8
+#define WBAR_SEPARATORS 9
+#define WBAR_WRAP 10
+#define WBAR_ARRANGEMENT 11
+#define WBAR_CONTEXT_MENU 17
+#define WBAR_COLOR_BACKGROUND 100
+#define WBAR_COLOR_TEXT 101
+#define WBAR_COLOR_FACE 102
+#define WBAR_COLOR_SECOND 104
+
+/* The bar: control id 133, at 100,100 sized 200 x 200 until moved. */
+HWND WINAPI WButtWind_CreateWindow(HWND parent, HWND notifyWindow, UINT notifyMessage);
+void WINAPI WButtWind_DestroyWindow(HWND bar);
+/* A button of width x height at the end, or before insertBefore. NULL when
+ * memory runs out (1300 reported). */
+HWBUTTON WINAPI WButtWind_CreateNewButton(HWND bar, INT kind, const WCHAR *key,
+                                          const WCHAR *name, INT id, INT height, INT width,
+                                          UINT flags, HWBUTTON insertBefore);
+void WINAPI WButtWind_DeleteAllButtons(HWND bar);
+/* Matching: key and name NULL or equal (exact), id below 1 or equal. The
+ * first match after startAfter (NULL: from the first button). */
+HWBUTTON WINAPI WButtWind_FindButton(HWND bar, const WCHAR *key, const WCHAR *name, INT id,
+                                     HWBUTTON startAfter);
+/* Set or clear WBUTTON_LATCHED / WBUTTON_INVISIBLE of every match; the
+ * caller repaints. */
+void WINAPI WButtWind_SetButtonsActive(HWND bar, const WCHAR *key, const WCHAR *name, INT id,
+                                       BOOL on);
+void WINAPI WButtWind_SetButtonsInvisible(HWND bar, const WCHAR *key, const WCHAR *name,
+                                          INT id, BOOL on);
+/* Lays the buttons out in the client area (buttons keep their sizes). */
+void WINAPI WButtWind_Arrange(HWND bar);
+/* Height the rows need at width; width the columns need at height (one
+ * pixel more). */
+INT WINAPI WButtWind_CalculateHeight(HWND bar, INT width);
+INT WINAPI WButtWind_CalculateWidth(HWND bar, INT height);
+/* Paints the bar into dc over rect (NULL: the client area); the last two
+ * values are reserved (0). The DC is left as it was. */
+void WINAPI WButtWind_PaintToHdc(HWND bar, HDC dc, const RECT *rect, LPARAM reserved1,
+                                 LPARAM reserved2);
+void WINAPI WButtWind_Repaint(HWND bar);
+INT WINAPI WButtWind_GetLongProperty(HWND bar, INT id);
+void WINAPI WButtWind_SetLongProperty(HWND bar, INT id, INT value);
+COLORREF WINAPI WButtWind_GetColorProperty(HWND bar, INT id);
+void WINAPI WButtWind_SetColorProperty(HWND bar, INT id, COLORREF value);
+/* The bar's property dialog: 1 (OK, laid out and repainted) or 2; 0 for a
+ * window that is no bar. */
+INT WINAPI WButtWind_EditProperties(HWND bar);
+INT_PTR CALLBACK EditButtonProp_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                                LPARAM lParam);
+LRESULT CALLBACK WndProcButtons(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/* Button long properties: 2 id, 6 flags, 9 free value, 10 the bar window
+ * (read only). Setting is cumulative: 2 sets id, flags and 9; 6 sets flags
+ * and 9; 9 only 9. Set the id first, then the flags. */
+LONG_PTR WINAPI WButton_GetLongProperty(HWBUTTON button, INT id);
+void WINAPI WButton_SetLongProperty(HWBUTTON button, INT id, INT value);
+/* String properties: 1 name, 3 key, 4 popup text, 5 caption, 7 and 8 free.
+ * Get copies with the non-shortening copy ("" for none or another id). */
+void WINAPI WButton_GetStringProperty(HWBUTTON button, INT id, WCHAR *buffer, INT size);
+void WINAPI WButton_SetStringProperty(HWBUTTON button, INT id, const WCHAR *text);
+/* Replace the button's bitmap (drawn stretched over its face); the old one
+ * is deleted. FALSE, the old one kept, when nothing was loaded. */
+BOOL WINAPI WButton_LoadBitmapFromFile(HWBUTTON button, const WCHAR *file);
+BOOL WINAPI WButton_LoadBitmapFromResource(HWBUTTON button, HINSTANCE module,
+                                           const WCHAR *name);
+/* The popup text from string stringId (up to 1000 characters) of module
+ * (NULL: the library's resource library). */
+BOOL WINAPI WButton_LoadPopupTextFromResource(HWBUTTON button, UINT stringId, HINSTANCE module);
+void WINAPI WButton_Repaint(HWBUTTON button);
+/* Extension: a window that the layout moves with the button, height pixels
+ * high (NULL: none). The application keeps owning it. */
+void WINAPI WButton_SetChildWindow(HWBUTTON button, HWND child, INT height);
+
+/* ---- Wizard ------------------------------------------------------------
+ * A modal frame (template 106 of the resource library: Back, Next, Finish,
+ * Cancel) over the application's page dialogs (child-style templates of
+ * its own module), all created at the start and kept until the end. */
+
+/* One page: template, bitmap (0: the default picture) and title string
+ * (0: none) of the application's module. A list ends with templateId 0. */
+typedef struct WIZZARD_PAGEDEF {
+  UINT templateId;
+  UINT bitmapId;
+  UINT titleId;
+} WIZZARD_PAGEDEF;
+
+typedef struct WizzardPage {
+  HWND window;
+  UINT templateId;
+  INT enabled;
+  HBITMAP bitmap;
+  WCHAR *title;
+} WizzardPage;
+
+struct WizzardContext;
+/* Called with pageId 0 and the frame for every message of the frame (the
+ * result is ignored), and with the current page's template id for every
+ * message of any page (the result is the page's dialog procedure result). */
+typedef INT(CALLBACK *WIZZARD_CALLBACK)(struct WizzardContext *context, UINT pageId,
+                                        HWND window, UINT message, WPARAM wParam,
+                                        LPARAM lParam);
+
+/* Layout metrics (pixels), in this order. */
+#define WIZZARD_LEFT_MARGIN 0
+#define WIZZARD_RIGHT_MARGIN 1
+#define WIZZARD_TOP_MARGIN 2
+#define WIZZARD_BOTTOM_MARGIN 3
+#define WIZZARD_PICTURE_GAP 4
+#define WIZZARD_PAGE_GAP 5
+#define WIZZARD_LINE_GAP 6
+#define WIZZARD_CANCEL_GAP 7
+#define WIZZARD_BACK_GAP 8
+#define WIZZARD_NEXT_GAP 9
+#define WIZZARD_FRAME_WIDTH 10
+
+/* The running wizard, as the callback and the page messages see it. Read
+ * it; change pages only through the Wizzard_* calls. */
+typedef struct WizzardContext {
+  INT currentPage; /* index into pages */
+  INT pageCount;
+  WizzardPage *pages;
+  LPARAM param;
+  HINSTANCE resources;
+  UINT flags;
+  HBITMAP defaultBitmap;
+  WCHAR *title;
+  WIZZARD_CALLBACK callback;
+  UINT activateMessage;
+  UINT leaveMessage;
+  INT metrics[11];
+} WizzardContext;
+
+/* LPARAM of the activate and leave messages. A page answers the leave
+ * message with WPARAM 1 (Next) by leaving result at 1 to let the wizard
+ * go on; with WPARAM 2 (Back) the answer is not asked. The activate
+ * message has WPARAM 0. */
+typedef struct WizzardPageMessage {
+  WizzardContext *context;
+  INT result;
+} WizzardPageMessage;
+
+/* Flag of Wizzard_Perform: the title reads "wizard title - page title". */
+#define WIZZARD_TITLE_BOTH 1
+
+/* Runs the wizard: 1 for Finish, 2 for Cancel and for failures (1351 when a
+ * page cannot be created, 1300 when memory runs out). margin (1 to 50,
+ * else 13) is the left, right and top margin and the gap between picture
+ * and page. Titles are translated under ltsModule (NULL: not at all). With
+ * activateMessage 0 no page gets either message. The default bitmap is
+ * looked up in resources, then in the library's resource library, which
+ * holds picture IDB_WIZARD_DEFAULT (106). */
+INT WINAPI Wizzard_Perform(const WIZZARD_PAGEDEF *pages, WIZZARD_CALLBACK callback,
+                           UINT activateMessage, UINT leaveMessage, LPARAM param,
+                           UINT defaultBitmapId, UINT titleId, HINSTANCE resources,
+                           const WCHAR *ltsModule, INT margin, UINT flags);
+/* Enables (1) or disables (0) the page with that template id for the next
+ * Next or Back; returns the previous value, 0 for no such page. */
+INT WINAPI Wizzard_EnableSubDialog(WizzardContext *context, UINT pageId, INT enabled);
+HWND WINAPI Wizzard_GetHwndSubDialog(WizzardContext *context, UINT pageId);
+LPARAM WINAPI Wizzard_GetParam(WizzardContext *context);
+/* The picture of a ".bmp" file becomes the default picture; FALSE, the old
+ * one kept, when the file cannot be read. */
+BOOL WINAPI Wizzard_SetDefaultBitmap(WizzardContext *context, const WCHAR *file);
 
 TAVONA_END_DECLS
 

@@ -14,3 +14,4 @@
 #include "files_texts.h"
 #include "settings_texts.h"
 #include "lists_texts.h"
+#include "controls_windows_texts.h"

@@ -1,0 +1,307 @@
+// The wizard over four pages of the test program, driven through the UI
+// driver: the messages every page receives in order, vetoes, disabled
+// pages, the layout and the picture frame, failures, both languages.
+#include <tavona/tavona32.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "frame/globals.h"
+#include "frame/wndclasses.h"
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+constexpr UINT kActivate = WM_APP + 1, kLeave = WM_APP + 2, kPing = WM_APP + 3;
+const WIZZARD_PAGEDEF kPages[] = {{201, 0, 301}, {202, 0, 302}, {203, 0, 303}, {204, 0, 304},
+                                  {0, 0, 0}};
+
+uint32_t Rgb(COLORREF c) { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); }
+
+HMODULE Resources(char lang) {
+  static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+  static HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+  return lang == 'd' ? de : en;
+}
+
+// What the callback saw, as "receiver:message:wparam@current page".
+struct Recorder {
+  std::vector<std::string> log;
+  UINT vetoPage = 0;  // answers the leave message of this page with 0
+  WizzardContext *context = nullptr;
+  UINT frameMessages = 0;
+  std::wstring pictureFile;  // given to Wizzard_SetDefaultBitmap as the frame opens
+} g_rec;
+
+std::string PageOf(WizzardContext *c, HWND w) {
+  for (UINT id = 201; id <= 204; ++id)
+    if (Wizzard_GetHwndSubDialog(c, id) == w) return std::to_string(id);
+  return "new";  // still in CreateDialogParamW
+}
+
+INT CALLBACK Callback(WizzardContext *c, UINT pageId, HWND w, UINT m, WPARAM wp, LPARAM lp) {
+  g_rec.context = c;
+  if (pageId == 0) {
+    ++g_rec.frameMessages;
+    if (m == WM_INITDIALOG && !g_rec.pictureFile.empty()) {
+      EXPECT_EQ(Wizzard_SetDefaultBitmap(c, g_rec.pictureFile.c_str()),
+                g_rec.pictureFile.find(L"missing") == std::wstring::npos);
+    }
+    return 0;
+  }
+  const char *name = m == WM_INITDIALOG ? "init"
+                     : m == kActivate   ? "activate"
+                     : m == kLeave      ? "leave"
+                     : m == kPing       ? "ping"
+                                        : nullptr;
+  if (!name) return 0;
+  // WM_INITDIALOG's WPARAM is a control handle: not worth comparing.
+  if (m == WM_INITDIALOG) wp = 0;
+  g_rec.log.push_back(PageOf(c, w) + ":" + name + ":" + std::to_string(wp) + "@" +
+                      std::to_string(pageId));
+  if (m == kLeave || m == kActivate) {
+    auto *block = reinterpret_cast<WizzardPageMessage *>(lp);
+    EXPECT_EQ(block->context, c);
+    EXPECT_EQ(block->result, 1);
+    if (m == kLeave && pageId == g_rec.vetoPage) block->result = 0;
+  }
+  return m == WM_INITDIALOG;
+}
+
+std::vector<std::wstring> g_reports;
+INT WINAPI Reporter(const WCHAR *text) {
+  g_reports.push_back(text);
+  return IDOK;
+}
+
+class Wizard : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    tv::InitPortableGlobals();
+    tv::InitSecondGlobals();
+    tv::g.instance = GetModuleHandleW(nullptr);
+    tv::RegisterWindowClasses(tv::g.instance);
+  }
+  void SetUp() override {
+    tv::g.resources = Resources('e');
+    g_rec = Recorder{};
+    g_reports.clear();
+    Tavona_SetErrorHandlerCallback(Reporter);
+  }
+  void TearDown() override { Tavona_SetErrorHandlerCallback(nullptr); }
+
+  static INT Run(const tvui::Script &script, const WIZZARD_PAGEDEF *pages = kPages,
+                 UINT activate = kActivate, INT margin = 13, UINT bitmap = IDB_WIZARD_DEFAULT) {
+    return tvui::RunModal(
+        [&] {
+          return Wizzard_Perform(pages, Callback, activate, kLeave, 77, bitmap, 300,
+                                 GetModuleHandleW(nullptr), L"TESTAPP", margin, WIZZARD_TITLE_BOTH);
+        },
+        script);
+  }
+  // Which of Back, Next, Finish are enabled ("BNF" with '-' for disabled).
+  static std::string Buttons(HWND d) {
+    std::string s;
+    const struct {
+      int id;
+      char c;
+    } b[] = {{IDC_WIZARD_BACK, 'B'}, {IDC_WIZARD_NEXT, 'N'}, {IDOK, 'F'}};
+    for (auto x : b) s += IsWindowEnabled(GetDlgItem(d, x.id)) ? x.c : '-';
+    return s;
+  }
+  static UINT Visible(HWND d) {
+    UINT shown = 0;
+    for (UINT id = 201; id <= 204; ++id)
+      if (IsWindowVisible(Wizzard_GetHwndSubDialog(g_rec.context, id))) shown = shown * 1000 + id;
+    return shown;
+  }
+};
+
+TEST_F(Wizard, EveryPageMessageInOrder) {
+  for (char lang : {'e', 'd'}) {
+    SetUp();
+    tv::g.resources = Resources(lang);
+    std::wstring suffix = lang == 'e' ? L"_en" : L"_de";
+    INT r = Run([&](tvui::Session &s) {
+      HWND d = s.WaitAnyDialog();
+      EXPECT_EQ(s.Text(d), L"Setup - Your name");
+      EXPECT_EQ(Buttons(d), "-N-");
+      EXPECT_EQ(Visible(d), 201u);
+      s.Screenshot(d, L"wizard_page1" + suffix);
+      // Hidden pages speak with the current page's identifier.
+      s.Send(Wizzard_GetHwndSubDialog(g_rec.context, 203), kPing);
+      const char *expectButtons[] = {"BN-", "BN-", "B-F"};
+      for (int i = 0; i < 3; ++i) {
+        s.Click(d, IDC_WIZARD_NEXT);
+        EXPECT_EQ(Buttons(d), expectButtons[i]) << i;
+        EXPECT_EQ(Visible(d), 202u + i);
+        s.Screenshot(d, L"wizard_page" + std::to_wstring(i + 2) + suffix);
+      }
+      EXPECT_EQ(s.Text(d), L"Setup - Ready");
+      s.Click(d, IDC_WIZARD_BACK);
+      EXPECT_EQ(Visible(d), 203u);
+      s.Click(d, IDC_WIZARD_NEXT);
+      s.Click(d, IDOK);
+    });
+    EXPECT_EQ(r, 1);
+    const std::vector<std::string> expected = {
+        "new:init:0@201", "new:init:0@201", "new:init:0@201", "new:init:0@201",
+        "201:activate:0@201", "203:ping:0@201",
+        "201:leave:1@201", "202:activate:0@202",
+        "202:leave:1@202", "203:activate:0@203",
+        "203:leave:1@203", "204:activate:0@204",
+        "204:leave:2@204",  // Back: told, no activate
+        "203:leave:1@203", "204:activate:0@204",
+    };
+    EXPECT_EQ(g_rec.log, expected);
+    EXPECT_GT(g_rec.frameMessages, 10u) << "the frame's messages go to the callback";
+  }
+}
+
+TEST_F(Wizard, VetoesAndDisabledPages) {
+  g_rec.vetoPage = 202;
+  INT r = Run([&](tvui::Session &s) {
+    HWND d = s.WaitAnyDialog();
+    WizzardContext *c = g_rec.context;
+    EXPECT_EQ(Wizzard_GetParam(c), 77);
+    EXPECT_EQ(Wizzard_EnableSubDialog(c, 203, 0), 1);
+    EXPECT_EQ(Wizzard_EnableSubDialog(c, 203, 0), 0);
+    EXPECT_EQ(Wizzard_EnableSubDialog(c, 999, 0), 0);
+    s.Click(d, IDC_WIZARD_NEXT);
+    s.Click(d, IDC_WIZARD_NEXT);  // vetoed by 202
+    EXPECT_EQ(Visible(d), 202u);
+    s.Click(d, IDC_WIZARD_BACK);  // the same answer does not stop Back
+    EXPECT_EQ(Visible(d), 201u);
+    g_rec.vetoPage = 0;
+    s.Click(d, IDC_WIZARD_NEXT);
+    s.Click(d, IDC_WIZARD_NEXT);
+    EXPECT_EQ(Visible(d), 204u) << "203 skipped";
+    s.Click(d, IDC_WIZARD_BACK);
+    EXPECT_EQ(Visible(d), 202u);
+    EXPECT_EQ(Wizzard_EnableSubDialog(c, 204, 0), 1);
+    s.Click(d, IDC_WIZARD_BACK);  // the buttons follow at the next move
+    EXPECT_EQ(Buttons(d), "-N-");
+    s.Click(d, IDC_WIZARD_NEXT);
+    EXPECT_EQ(Buttons(d), "B-F") << "every later page disabled";
+    s.Click(d, IDCANCEL);
+  });
+  EXPECT_EQ(r, 2);
+  // Without an activate message nobody hears of leaving either.
+  g_rec.log.clear();
+  r = Run(
+      [&](tvui::Session &s) {
+        HWND d = s.WaitAnyDialog();
+        s.Click(d, IDC_WIZARD_NEXT);
+        s.Click(d, IDC_WIZARD_BACK);
+        s.Click(d, IDCANCEL);
+      },
+      kPages, 0);
+  EXPECT_EQ(r, 2);
+  for (const std::string &line : g_rec.log) EXPECT_NE(line.find("init"), std::string::npos) << line;
+}
+
+TEST_F(Wizard, LayoutAndPictureFrame) {
+  for (INT margin : {0, 51, 20}) {
+    INT want = margin == 20 ? 20 : 13;
+    Run(
+        [&](tvui::Session &s) {
+          HWND d = s.WaitAnyDialog();
+          WizzardContext *c = g_rec.context;
+          for (int i : {0, 1, 2, 4}) EXPECT_EQ(c->metrics[i], want) << margin << " " << i;
+          RECT client, fin, next, back, cancel, page;
+          GetClientRect(d, &client);
+          auto at = [&](int id, RECT *r) {
+            GetWindowRect(GetDlgItem(d, id), r);
+            MapWindowPoints(nullptr, d, reinterpret_cast<POINT *>(r), 2);
+          };
+          at(IDOK, &fin);
+          at(IDC_WIZARD_NEXT, &next);
+          at(IDC_WIZARD_BACK, &back);
+          at(IDCANCEL, &cancel);
+          EXPECT_EQ(fin.right, client.right - want);
+          EXPECT_EQ(fin.bottom, client.bottom - 8);
+          EXPECT_EQ(next.right, fin.left - 10);
+          EXPECT_EQ(back.right, next.left) << "Back and Next touch";
+          EXPECT_EQ(cancel.right, back.left - 10);
+          // The page right of the framed picture (96 x 200, frame 2).
+          GetWindowRect(Wizzard_GetHwndSubDialog(c, 201), &page);
+          MapWindowPoints(nullptr, d, reinterpret_cast<POINT *>(&page), 2);
+          EXPECT_EQ(page.left, want + 96 + 2 + want);
+          EXPECT_EQ(page.top, want);
+          tvui::Image img = tvui::Capture(d);
+          POINT origin = {0, 0};
+          ClientToScreen(d, &origin);
+          RECT win;
+          GetWindowRect(d, &win);
+          int ox = origin.x - win.left, oy = origin.y - win.top;
+          EXPECT_EQ(img.At(ox + want - 2, oy + want + 50), 0x606060u) << "left line";
+          EXPECT_EQ(img.At(ox + want + 96 + 1, oy + want + 50), 0xE6E6E6u) << "right line";
+          EXPECT_EQ(img.At(ox + want + 4, oy + want + 199), Rgb(RGB(100, 160, 240)))
+              << "the picture's last row";
+          s.Click(d, IDCANCEL);
+        },
+        kPages, kActivate, margin);
+  }
+}
+
+TEST_F(Wizard, FailuresEndWithTwo) {
+  // A page that cannot be created: reported, the wizard ends at once.
+  const WIZZARD_PAGEDEF broken[] = {{201, 0, 0}, {999, 0, 0}, {0, 0, 0}};
+  EXPECT_EQ(Run([](tvui::Session &) {}, broken), 2);
+  ASSERT_EQ(g_reports.size(), 1u);
+  wchar_t text[200];
+  LoadStringW(tv::g.resources, IDS_ERR_WIZARD_PAGE, text, 200);
+  EXPECT_NE(std::wstring(text).find(g_reports[0].substr(0, 10)), std::wstring::npos);
+  // No pages, and only disabled pages: Finish is all there is.
+  const WIZZARD_PAGEDEF none[] = {{0, 0, 0}};
+  EXPECT_EQ(Run(
+                [](tvui::Session &s) {
+                  HWND d = s.WaitAnyDialog();
+                  EXPECT_EQ(Buttons(d), "--F");
+                  EXPECT_EQ(s.Text(d), L"Setup");
+                  s.Click(d, IDOK);
+                },
+                none),
+            1);
+  EXPECT_EQ(Run(
+                [](tvui::Session &s) {
+                  HWND d = s.WaitAnyDialog();
+                  for (UINT id = 201; id <= 204; ++id)
+                    Wizzard_EnableSubDialog(g_rec.context, id, 0);
+                  s.Click(d, IDC_WIZARD_NEXT);
+                  EXPECT_EQ(Visible(d), 201u) << "page 0 stays though disabled";
+                  EXPECT_EQ(Buttons(d), "--F");
+                  s.Click(d, IDCANCEL);
+                }),
+            2);
+  // A picture from a file, or none when the file is missing.
+  wchar_t source[MAX_PATH] = {};
+  GetEnvironmentVariableW(L"TAVONA_SOURCE_DIR", source, MAX_PATH);
+  for (const wchar_t *file : {L"\\resources\\wizard.bmp", L"\\resources\\missing.bmp"}) {
+    g_rec.pictureFile = std::wstring(source) + file;
+    bool found = g_rec.pictureFile.find(L"missing") == std::wstring::npos;
+    Run(
+        [&](tvui::Session &s) {
+          HWND d = s.WaitAnyDialog();
+          RECT page;
+          GetWindowRect(Wizzard_GetHwndSubDialog(g_rec.context, 201), &page);
+          MapWindowPoints(nullptr, d, reinterpret_cast<POINT *>(&page), 2);
+          EXPECT_EQ(page.left, found ? 13 + 96 + 2 + 13 : 13) << Narrow(file);
+          s.Click(d, IDCANCEL);
+        },
+        kPages, kActivate, 13, 0);
+  }
+  g_rec.pictureFile.clear();
+  EXPECT_EQ(Wizzard_GetParam(nullptr), 0);
+  EXPECT_EQ(Wizzard_EnableSubDialog(nullptr, 201, 1), 0);
+  EXPECT_FALSE(Wizzard_GetHwndSubDialog(nullptr, 201));
+  EXPECT_FALSE(Wizzard_SetDefaultBitmap(nullptr, L"x.bmp"));
+}
+
+}  // namespace
