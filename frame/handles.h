@@ -3,6 +3,7 @@
 #pragma once
 
 #include <windows.h>
+#include <winspool.h>
 
 #include <utility>
 
@@ -54,6 +55,7 @@ inline void CloseGdi(HGDIOBJ o) { DeleteObject(o); }
 inline void CloseGlobal(HGLOBAL m) { GlobalFree(m); }
 inline void CloseDc(HDC dc) { DeleteDC(dc); }
 inline void CloseIcon(HICON i) { DestroyIcon(i); }
+inline void ClosePrinterHandle(HANDLE p) { ClosePrinter(p); }
 
 using unique_hkey = unique_any<HKEY, CloseKey>;
 using unique_hfile = unique_any<HANDLE, CloseFile, InvalidFileHandle>;
@@ -64,6 +66,7 @@ using unique_hbitmap = unique_any<HBITMAP, CloseGdi>;
 using unique_hglobal = unique_any<HGLOBAL, CloseGlobal>;
 using unique_hdc = unique_any<HDC, CloseDc>;
 using unique_hicon = unique_any<HICON, CloseIcon>;
+using unique_hprinter = unique_any<HANDLE, ClosePrinterHandle>;
 
 // A window DC obtained with GetDC, released with ReleaseDC.
 class window_dc {

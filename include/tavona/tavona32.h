@@ -11,5 +11,6 @@
 #include "settings.h"
 #include "controls.h"
 #include "files.h"
+#include "printing.h"
 
 #endif
