@@ -122,7 +122,7 @@ void SplitDate(const WCHAR *s, int len, FormatParts &p) {
 
 void AppendCode(Appender &out, WCHAR letter, int digit, const WCHAR *text) {
   WCHAR piece[kTextSize + 20];
-  Format(piece, kTextSize + 20, L"%%%c%01d%s", letter, digit, text);
+  Format(piece, kTextSize + 20, TEXT("%%%c%01d%s"), letter, digit, text);
   out.Append(piece);
 }
 
@@ -162,13 +162,13 @@ void BuildFormat(const FormatParts &p, WCHAR *out, int size) {
   if (p.hour != 0 || p.afterHour[0]) AppendCode(a, p.clock == 12 ? 'h' : 'H', p.hour, p.afterHour);
   if (p.minute != 0 || p.afterMinute[0]) AppendCode(a, 'U', p.minute, p.afterMinute);
   if (p.second != 0 || p.afterSecond[0]) AppendCode(a, 'S', p.second, p.afterSecond);
-  if (p.ampm != 0) AppendCode(a, 'P', p.ampm, L"");
+  if (p.ampm != 0) AppendCode(a, 'P', p.ampm, TEXT(""));
 }
 
 void SplitFormat(const WCHAR *format, int kind, FormatParts &parts) {
   parts = FormatParts{};
   parts.kind = kind;
-  if (!format) format = L"";
+  if (!format) format = TEXT("");
   int len = Len(format);
   parts.order = DateOrderOf(format);
   int timeStart = kind == kDateOnly ? len : kind == kTimeOnly ? 0 : TimeStart(format, len);

@@ -11,13 +11,13 @@ namespace tv::print {
 
 namespace {
 
-constexpr WCHAR kStandardCopyList[] = L"Original|1|";
+constexpr WCHAR kStandardCopyList[] = TEXT("Original|1|");
 
 // The runtime's tokenizer on one separator: runs of it count as one and
 // no empty token is produced. The text is not changed.
 class Tokens {
  public:
-  explicit Tokens(const WCHAR *text) : p_(text ? text : L"") {}
+  explicit Tokens(const WCHAR *text) : p_(text ? text : TEXT("")) {}
   bool Next(const WCHAR *&start, int &len) {
     while (*p_ == '|') ++p_;
     if (!*p_) return false;
@@ -102,9 +102,9 @@ WCHAR *WriteCopyList(const CopyList &list) {
   out[0] = 0;
   Appender a(out, static_cast<int>(size));
   for (int i = 0; i < kCopyEntries; ++i) {
-    const WCHAR *name = list.names[i] && list.names[i][0] ? list.names[i] : L" ";
+    const WCHAR *name = list.names[i] && list.names[i][0] ? list.names[i] : TEXT(" ");
     WCHAR count[16];
-    Format(count, 16, L"|%d|", list.counts[i]);
+    Format(count, 16, TEXT("|%d|"), list.counts[i]);
     a.Append(name);
     a.Append(count);
   }
@@ -127,7 +127,7 @@ INT WINAPI Tavona_GetCopyListItem(const WCHAR *copyList, INT index, WCHAR *name,
   if (index > kCopyEntries - 1 || index < 0) return -1;
   CopyList list;
   if (!ReadCopyList(copyList, list)) return 0;
-  if (name && nameSize > 0) tv::BoundedCopy(name, list.names[index] ? list.names[index] : L"", nameSize);
+  if (name && nameSize > 0) tv::BoundedCopy(name, list.names[index] ? list.names[index] : TEXT(""), nameSize);
   return list.counts[index];
 }
 

@@ -9,9 +9,9 @@
 namespace tv::print {
 
 const PaperFormat kPaperFormats[3] = {
-    {8, 4200, 2970, L"DIN A3"},
-    {9, 2970, 2100, L"DIN A4"},
-    {11, 2100, 1480, L"DIN A5"},
+    {8, 4200, 2970, TEXT("DIN A3")},
+    {9, 2970, 2100, TEXT("DIN A4")},
+    {11, 2100, 1480, TEXT("DIN A5")},
 };
 
 LPARAM PackPaper(INT first, INT second) {
@@ -26,7 +26,7 @@ void UnpackPaper(LPARAM data, INT &first, INT &second) {
 }
 
 LPARAM PaperFromText(const WCHAR *text) {
-  if (!text) text = L"";
+  if (!text) text = TEXT("");
   INT first = TextToLong(text);
   const WCHAR *comma = text;
   while (*comma && *comma != ',') ++comma;

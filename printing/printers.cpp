@@ -155,9 +155,14 @@ void WINAPI Tavona_InitPrintersBox(HWND box, const WCHAR *preselect) {
   names[0] = names[1] = 0;
   DWORD got = GetProfileStringW(L"Devices", nullptr, L"", names.get(), kListSize);
   // A list that did not fit ends in a name cut short: it names no printer.
+  // (Windows then returns size - 2, wine size - 1 with the name's own
+  // terminator before the last one.)
   const WCHAR *end = names.get() + got;
-  if (got == kListSize - 2)
+  if (got >= kListSize - 2) {
+    end = names.get() + kListSize - 2;
+    while (end > names.get() && !*end) --end;
     while (end > names.get() && end[-1]) --end;
+  }
   for (const WCHAR *p = names.get(); p < end && *p; p += tv::Len(p) + 1)
     Tavona_AddBoxEntry(box, p, 0, -1, TAVONA_ADD_UNIQUE);
   if (!preselect) return;

@@ -157,7 +157,7 @@ TEST_F(Printing, LongDevicesSection) {
   for (size_t at = 0; (at = all.find(L"Tavona Bulk ", at)) != std::wstring::npos; ++at) {
     ++bulk;
     size_t end = all.find(L'=', at);
-    EXPECT_EQ(end - at, 56u) << "an entry was cut";
+    EXPECT_EQ(end - at, 56u) << "an entry was cut: " << Narrow(all.substr(at, end - at));
   }
   EXPECT_GT(bulk, 100);
   EXPECT_LT(bulk, 200);

@@ -27,6 +27,37 @@ std::string Narrow(const std::basic_string<Ch> &s) {
 #ifdef _WIN32
 #include <windows.h>
 
+// Whether this run shows the German resource library (VEL_LANGUAGE=de).
+inline bool GermanRun() {
+  wchar_t lang[8] = {};
+  return GetEnvironmentVariableW(L"VEL_LANGUAGE", lang, 8) >= 2 && lang[0] == L'd' &&
+         lang[1] == L'e';
+}
+
+// Runs this test program again with VEL_LANGUAGE=de and a gtest filter;
+// the exit code (99 when it could not start or did not end in time).
+inline unsigned long RunSelfInGerman(const wchar_t *filter, unsigned long timeoutMs = 120000) {
+  wchar_t self[MAX_PATH];
+  if (GetModuleFileNameW(nullptr, self, MAX_PATH) == 0) return 99;
+  std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=" + filter;
+  SetEnvironmentVariableW(L"VEL_LANGUAGE", L"de");
+  STARTUPINFOW si = {};
+  si.cb = sizeof si;
+  PROCESS_INFORMATION pi = {};
+  BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                nullptr, &si, &pi);
+  SetEnvironmentVariableW(L"VEL_LANGUAGE", nullptr);
+  if (!started) return 99;
+  DWORD code = 99;
+  if (WaitForSingleObject(pi.hProcess, timeoutMs) != WAIT_OBJECT_0)
+    TerminateProcess(pi.hProcess, 99);
+  else
+    GetExitCodeProcess(pi.hProcess, &code);
+  CloseHandle(pi.hThread);
+  CloseHandle(pi.hProcess);
+  return code;
+}
+
 // The folder of the test program, with its trailing backslash.
 inline std::wstring BinDir() {
   wchar_t path[MAX_PATH];
