@@ -8,8 +8,8 @@
 #include "datetime/formatparts.h"
 #include "frame/dialog.h"
 #include "frame/globals.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {
@@ -173,7 +173,6 @@ INT_PTR CALLBACK DateTimeFormat_Dialog_Callback(HWND dialog, UINT message, WPARA
   if (!d) return FALSE;
   switch (message) {
     case WM_INITDIALOG:
-      tv::TranslateOwnDialog(dialog);
       Fill(dialog, *d);
       // From here on the state is what the controls show.
       ReadBack(dialog, d->parts);

@@ -2,7 +2,7 @@
 // back.
 #include "datetime/formatparts.h"
 
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv::dtf {
 

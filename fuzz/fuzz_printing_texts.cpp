@@ -5,7 +5,7 @@
 #include "frame/alloc.h"
 #include "fuzzutil.h"
 #include "printing/copylist.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
   fuzz::Input in(data, size);

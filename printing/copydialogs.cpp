@@ -9,7 +9,7 @@
 #include "frame/report.h"
 #include "printing/copylist.h"
 #include "text/numbers.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 #include "tvres.h"
 
 namespace {
@@ -111,7 +111,6 @@ INT_PTR CALLBACK AddNameProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lP
   if (!names) return FALSE;
   switch (message) {
     case WM_INITDIALOG:
-      tv::TranslateOwnDialog(dialog);
       return TRUE;
     case WM_COMMAND:
       switch (LOWORD(wParam)) {
@@ -148,7 +147,6 @@ INT_PTR CALLBACK NamesProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
   HWND names = GetDlgItem(dialog, IDC_COPY_NAMES_LIST);
   switch (message) {
     case WM_INITDIALOG: {
-      tv::TranslateOwnDialog(dialog);
       tv::HeapPtr<WCHAR> list = ReadProfile(profile, L"Names");
       if (list) Tavona_FillBox(names, '|', list.get());
       SendMessageW(names, LB_SETCURSEL, 0, 0);
@@ -222,7 +220,6 @@ INT_PTR CALLBACK CopyListProc(HWND dialog, UINT message, WPARAM wParam, LPARAM l
   CopyList &list = *d->list;
   switch (message) {
     case WM_INITDIALOG: {
-      tv::TranslateOwnDialog(dialog);
       FillNameBoxes(dialog, list.profile, false);
       ShowEntries(dialog, list);
       UINT show = list.profile ? GetPrivateProfileIntW(kSection, L"ShowFlag", 0, list.profile) : 0;

@@ -5,7 +5,7 @@
 
 #include "frame/alloc.h"
 #include "text/numbers.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv::print {
 

@@ -4,7 +4,7 @@
 #include <tavona/printing.h>
 
 #include "text/datautil.h"
-#include "text/wstr.h"
+#include "base/wstr.h"
 
 namespace tv::print {
 

@@ -14,8 +14,8 @@
 #include "frame/report.h"
 #include "printing/paper.h"
 #include "text/numbers.h"
-#include "text/wstr.h"
-#include "translation/lts.h"
+#include "base/wstr.h"
+#include "frame/lts.h"
 #include "tvres.h"
 
 namespace {
@@ -112,10 +112,13 @@ void InsertColumns(HWND listView, const WCHAR *definition) {
   }
 }
 
+// The dialog keeps nothing; its record only marks it as set up.
+struct BinInfo {};
+
 INT_PTR CALLBACK BinInfoProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (!tv::DialogRecord<BinInfo>(dialog, message, lParam)) return FALSE;
   switch (message) {
     case WM_INITDIALOG: {
-      tv::TranslateOwnDialog(dialog);
       HWND printers = GetDlgItem(dialog, IDC_BININFO_PRINTERS);
       Tavona_InitPrintersBox(printers, nullptr);
       Tavona_SetBoxIndex(printers, 0);
@@ -321,7 +324,8 @@ void WINAPI Tavona_InitPrinterBinsLv(HWND listView, const WCHAR *printer, const 
 }
 
 INT WINAPI Tavona_BinInfoDialog(HWND owner) {
-  tv::RunDialog(IDD_BIN_INFO, BinInfoProc, 0, owner);
+  BinInfo info;
+  tv::RunDialog(IDD_BIN_INFO, BinInfoProc, reinterpret_cast<LPARAM>(&info), owner);
   return 2;
 }
 

@@ -126,38 +126,20 @@ TEST(DateDialogs, DateOnly) {
   EXPECT_EQ(Narrow(format), "%Y2-%M2-%D2");
 }
 
-TEST(DateDialogs, TimeOnly) {
-  wchar_t format[50] = L"%H1:%U2";
-  int rc = tvui::RunModal([&] { return Tavona_EditTimeFormat(format, 50); },
-                          [](tvui::Session &s) {
-    HWND dlg = s.WaitDialog(Caption());
-    EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DTF_DATE_1)));
-    EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DTF_ORDER_DMY)));
-    Expect(s, dlg, L"%H1:%U2", __LINE__);
-    s.Check(dlg, IDC_DTF_CLOCK_12);
-    s.Select(dlg, IDC_DTF_HOUR, 2);
-    s.Select(dlg, IDC_DTF_AMPM, 1);
-    EXPECT_EQ(s.Text(dlg, IDC_DTF_SAMPLE), L"03:55 pm");
-    s.Click(dlg, IDOK);
-    s.WaitClosed(dlg);
-  });
-  EXPECT_EQ(rc, 1);
-  EXPECT_EQ(Narrow(format), "%h2:%U2%P1");
-}
-
 // Cancel leaves the caller's format; nonsense and over-long formats open
 // and never write past the buffer.
 TEST(DateDialogs, CancelAndBadFormats) {
-  wchar_t format[60] = L"%D2.%M2.%Y2";
-  int rc = tvui::RunModal([&] { return Tavona_EditDateFormat(format, 60); },
+  wchar_t format[60] = L"%H2:%U2";
+  int rc = tvui::RunModal([&] { return Tavona_EditTimeFormat(format, 60); },
                           [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(Caption());
-    s.Select(dlg, IDC_DTF_DATE_1, 0);
+    EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DTF_DATE_1)));
+    s.Select(dlg, IDC_DTF_HOUR, 0);
     s.Click(dlg, IDCANCEL);
     s.WaitClosed(dlg);
   });
   EXPECT_EQ(rc, 2);
-  EXPECT_EQ(Narrow(format), "%D2.%M2.%Y2");
+  EXPECT_EQ(Narrow(format), "%H2:%U2");
 
   // Unknown digits and letters: shown as hidden fields, so OK gives what
   // the dialog showed (nothing chosen: the empty format).

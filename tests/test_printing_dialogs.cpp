@@ -225,7 +225,8 @@ TEST(BinInfoDialog, ShowsBins) {
       s.Select(dlg, IDC_BININFO_PRINTERS, L"TavonaPDF");
       EXPECT_GE(s.Send(list, LVM_GETITEMCOUNT), 3);
       wchar_t title[50] = {};
-      LVCOLUMNW column = {LVCF_TEXT};
+      LVCOLUMNW column = {};
+      column.mask = LVCF_TEXT;
       column.pszText = title;
       column.cchTextMax = 50;
       s.Send(list, LVM_GETCOLUMNW, 1, LPARAM(&column));
