@@ -182,6 +182,8 @@ INT WINAPI Tavona_EditDateTimeFormat(HWND owner, WCHAR *format, INT size, INT ki
 /* Kind 1 and 2 over the active window. */
 INT WINAPI Tavona_EditDateFormat(WCHAR *format, INT size);
 INT WINAPI Tavona_EditTimeFormat(WCHAR *format, INT size);
+/* The dialog's procedure. Its parameter is the library's own record, so the
+ * dialog is opened through the functions above. */
 INT_PTR CALLBACK DateTimeFormat_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
                                                 LPARAM lParam);
 
