@@ -6,7 +6,7 @@
 #include <string>
 
 #include "frame/alloc.h"
-#include "hostplat.h"
+#include "frame/host/hostplat.h"
 #include "printing/copylist.h"
 #include "testutil.h"
 
