@@ -27,8 +27,9 @@ endfunction()
 #             (host: always; Windows: instead of the DLL).
 #   DYNAMIC:  Windows only; links no part of the library but loads copies of
 #             tavona32.dll at run time.
+#   PRINTER:  Windows only; runs with the private CUPS printer (cups_env).
 function(tavona_test name)
-  cmake_parse_arguments(A "HOST;WINDOWS;UI;INTERNAL;DYNAMIC" "" "SOURCES" ${ARGN})
+  cmake_parse_arguments(A "HOST;WINDOWS;UI;INTERNAL;DYNAMIC;PRINTER" "" "SOURCES" ${ARGN})
   set_property(GLOBAL APPEND PROPERTY TAVONA_TESTS ${name})
   set(where BOTH)
   if(A_HOST AND NOT A_WINDOWS)
@@ -41,6 +42,7 @@ function(tavona_test name)
   set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_UI ${A_UI})
   set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_INTERNAL ${A_INTERNAL})
   set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_DYNAMIC ${A_DYNAMIC})
+  set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_PRINTER ${A_PRINTER})
   set_property(GLOBAL PROPERTY TAVONA_TEST_${name}_SOURCES ${A_SOURCES})
 endfunction()
 

@@ -13,7 +13,7 @@ add_compile_definitions(UNICODE _UNICODE _WIN32_WINNT=0x0601 WINVER=0x0601
 add_link_options(-static -static-libgcc -static-libstdc++)
 
 set(TAVONA_SYSTEM_LIBS user32 gdi32 comdlg32 comctl32 shell32 advapi32 version
-    ole32 oleaut32 uuid shlwapi)
+    ole32 oleaut32 uuid shlwapi winspool)
 
 tavona_library(tavona_static ${TAVONA_PORTABLE} ${TAVONA_WINDOWS})
 target_link_libraries(tavona_static PUBLIC ${TAVONA_SYSTEM_LIBS})

@@ -19,6 +19,16 @@ add_test(NAME wine_env_stop
 set_tests_properties(wine_env_start PROPERTIES FIXTURES_SETUP wine_env)
 set_tests_properties(wine_env_stop PROPERTIES FIXTURES_CLEANUP wine_env)
 
+# A private CUPS scheduler with one PDF printer for the printing tests
+# (scripts/cups-env; without cupsd the tests skip what needs a printer).
+set(TAVONA_CUPS_STATE ${CMAKE_BINARY_DIR}/cups)
+add_test(NAME cups_env_start
+         COMMAND ${CMAKE_SOURCE_DIR}/scripts/cups-env start ${TAVONA_CUPS_STATE})
+add_test(NAME cups_env_stop
+         COMMAND ${CMAKE_SOURCE_DIR}/scripts/cups-env stop ${TAVONA_CUPS_STATE})
+set_tests_properties(cups_env_start PROPERTIES FIXTURES_SETUP cups_env)
+set_tests_properties(cups_env_stop PROPERTIES FIXTURES_CLEANUP cups_env)
+
 if(EXISTS ${CMAKE_SOURCE_DIR}/tests/uidriver.cpp)
 add_library(tavona_uidriver STATIC ${CMAKE_SOURCE_DIR}/tests/uidriver.cpp
             ${CMAKE_SOURCE_DIR}/tests/png.cpp)
@@ -44,6 +54,7 @@ foreach(name IN LISTS tests)
   get_property(ui GLOBAL PROPERTY TAVONA_TEST_${name}_UI)
   get_property(internal GLOBAL PROPERTY TAVONA_TEST_${name}_INTERNAL)
   get_property(dynamic GLOBAL PROPERTY TAVONA_TEST_${name}_DYNAMIC)
+  get_property(printer GLOBAL PROPERTY TAVONA_TEST_${name}_PRINTER)
   add_executable(${name} ${srcs})
   if(internal)
     target_link_libraries(${name} PRIVATE tavona_static)
@@ -60,6 +71,12 @@ foreach(name IN LISTS tests)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests
                              ${CMAKE_SOURCE_DIR}/resources)
   tavona_wine_test(${name})
+  if(printer)
+    set_tests_properties(${name} PROPERTIES FIXTURES_REQUIRED "wine_env;cups_env")
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+                 "CUPS_SERVER=${TAVONA_CUPS_STATE}/cups.sock"
+                 "TAVONA_PRINT_OUT=Z:${TAVONA_CUPS_STATE}/out")
+  endif()
 endforeach()
 
 # A C program built against the installed tree with find_package.

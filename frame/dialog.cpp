@@ -6,9 +6,14 @@
 namespace tv {
 
 INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param) {
+  return RunDialog(templateId, proc, param, nullptr);
+}
+
+INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param, HWND owner) {
   HWND focus = GetFocus();
-  INT_PTR result = DialogBoxParamW(g.resources, MAKEINTRESOURCEW(templateId), GetActiveWindow(),
-                                   proc, param);
+  if (!owner) owner = GetActiveWindow();
+  INT_PTR result =
+      DialogBoxParamW(g.resources, MAKEINTRESOURCEW(templateId), owner, proc, param);
   if (focus && IsWindow(focus)) SetFocus(focus);
   return result;
 }

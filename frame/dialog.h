@@ -10,6 +10,8 @@ namespace tv {
 // window that had the focus gets it back afterwards. Returns the result of
 // DialogBoxParamW (-1 when the template cannot be loaded).
 INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param);
+// The same owned by owner (the active window when owner is null).
+INT_PTR RunDialog(UINT templateId, DLGPROC proc, LPARAM param, HWND owner);
 
 // Translates a dialog of the library itself (its caption and controls)
 // under the library's module name.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <windows.h>
+#include <winspool.h>
 
 #include <type_traits>
 #include <utility>
@@ -57,6 +58,7 @@ inline void CloseDc(HDC dc) { DeleteDC(dc); }
 inline void CloseIcon(HICON i) { DestroyIcon(i); }
 inline void CloseFind(HANDLE h) { FindClose(h); }
 inline void CloseMenu(HMENU m) { DestroyMenu(m); }
+inline void ClosePrinterHandle(HANDLE p) { ClosePrinter(p); }
 
 using unique_hkey = unique_any<HKEY, CloseKey>;
 using unique_hfile = unique_any<HANDLE, CloseFile, InvalidFileHandle>;
@@ -69,6 +71,7 @@ using unique_hdc = unique_any<HDC, CloseDc>;
 using unique_hicon = unique_any<HICON, CloseIcon>;
 using unique_hfind = unique_any<HANDLE, CloseFind, InvalidFileHandle>;
 using unique_hmenu = unique_any<HMENU, CloseMenu>;
+using unique_hprinter = unique_any<HANDLE, ClosePrinterHandle>;
 
 // A window DC obtained with GetDC, released with ReleaseDC.
 class window_dc {

@@ -219,5 +219,61 @@
 #define IDC_WIZARD_BACK 4
 #define IDC_WIZARD_LINE 1003
 #define IDB_WIZARD_DEFAULT 106
+/* Date and time format dialogs. */
+#define IDD_DATETIME_FORMAT 1100
+#define IDC_DTF_BETWEEN 1083
+#define IDC_DTF_AFTER_WEEKDAY 1091
+#define IDC_DTF_AFTER_DATE_1 1092 /* text after the first date field */
+#define IDC_DTF_AFTER_DATE_2 1093
+#define IDC_DTF_AFTER_HOUR 1094
+#define IDC_DTF_AFTER_MINUTE 1095
+#define IDC_DTF_LEADING 1096
+#define IDC_DTF_SAMPLE 1101
+#define IDC_DTF_ORDER_DMY 1104
+#define IDC_DTF_ORDER_YMD 1105
+#define IDC_DTF_ORDER_MDY 1106
+#define IDC_DTF_WEEKDAY 1110
+#define IDC_DTF_HOUR 1111
+#define IDC_DTF_MINUTE 1112
+#define IDC_DTF_SECOND 1113
+#define IDC_DTF_AMPM 1114
+#define IDC_DTF_DATE_1 1115 /* the date fields by position */
+#define IDC_DTF_DATE_2 1116
+#define IDC_DTF_DATE_3 1117
+#define IDC_DTF_CLOCK_12 1206
+#define IDC_DTF_CLOCK_24 1207
+#define IDC_DTF_AFTER_SECOND 1210
+/* Choice lists: entry n describes digit n of the code. */
+#define IDS_DTF_WEEKDAY_CHOICES 1404
+#define IDS_DTF_DAY_CHOICES 1405
+#define IDS_DTF_MONTH_CHOICES 1406
+#define IDS_DTF_YEAR_CHOICES 1407
+#define IDS_DTF_HOUR_CHOICES 1408
+#define IDS_DTF_MINUTE_CHOICES 1409
+#define IDS_DTF_SECOND_CHOICES 1410
+#define IDS_DTF_AMPM_CHOICES 1411
+
+/* Printing: bins, copy lists. */
+#define IDD_COPY_LIST 200
+#define IDD_COPY_STANDARD 300
+#define IDD_COPY_NAMES 400
+#define IDD_COPY_ADD_NAME 500
+#define IDC_COPY_NAME 201   /* 201-210: name boxes of entries 0-9 */
+#define IDC_COPY_COUNT 211  /* 211-220: counts */
+#define IDC_COPY_SCROLL 221 /* 221-230: arrows beside the counts */
+#define IDC_COPY_EDIT_STANDARD 231
+#define IDC_COPY_SHOW 232
+#define IDC_COPY_LOAD_STANDARD 1219
+#define IDC_COPY_EDIT_NAMES 1221
+#define IDC_COPY_NAMES_LIST 401
+#define IDC_COPY_NAMES_DELETE 403
+#define IDC_COPY_NAMES_ADD 404
+#define IDC_COPY_NEW_NAME 501
+#define IDD_BIN_INFO 2901
+#define IDC_BININFO_LIST 1107
+#define IDC_BININFO_PRINTERS 1108
+#define IDS_BIN_UNNAMED 1435 /* "Bin %d" */
+#define IDS_BIN_DEFAULT 1436
+#define IDS_BIN_COLUMNS 3620 /* list view columns "title|width|align" by tabs */
 
 #endif

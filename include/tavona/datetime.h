@@ -169,6 +169,24 @@ INT WINAPI OdbcTimeStamp_To_DateTimeStruct(const WCHAR *text, DateTimeStruct *r)
 void WINAPI Tavona_CreateEstimatedTimeDisplay(INT seconds, const WCHAR *leading, WCHAR *out,
                                               INT size);
 
+/* ---- Format dialogs ------------------------------------------------------
+ * The format is shown taken apart (leading text, weekday, the three date
+ * fields in their order with the text after the first two, the text
+ * between date and time, hour, minute, second and am/pm) with a sample of
+ * 3 January 1955 15:55:26. kind 1 edits a date, 2 a time, any other value
+ * both; the fields the kind does not use are disabled. Returns 1 when the
+ * user confirmed (format then holds the rebuilt format; a format that
+ * does not fit empties it), 2 when cancelled or for a null format or a
+ * size below 10 (format untouched). */
+INT WINAPI Tavona_EditDateTimeFormat(HWND owner, WCHAR *format, INT size, INT kind);
+/* Kind 1 and 2 over the active window. */
+INT WINAPI Tavona_EditDateFormat(WCHAR *format, INT size);
+INT WINAPI Tavona_EditTimeFormat(WCHAR *format, INT size);
+/* The dialog's procedure. Its parameter is the library's own record, so the
+ * dialog is opened through the functions above. */
+INT_PTR CALLBACK DateTimeFormat_Dialog_Callback(HWND dialog, UINT message, WPARAM wParam,
+                                                LPARAM lParam);
+
 TAVONA_END_DECLS
 
 #endif

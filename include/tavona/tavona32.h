@@ -12,5 +12,6 @@
 #include "controls.h"
 #include "files.h"
 #include "translation.h"
+#include "printing.h"
 
 #endif

@@ -44,6 +44,9 @@ typedef struct HINSTANCE__ *HINSTANCE;
 typedef HINSTANCE HMODULE;
 typedef struct HWND__ *HWND;
 typedef struct HKEY__ *HKEY;
+typedef struct HDC__ *HDC;
+typedef struct tagRECT RECT;          /* only passed by pointer */
+typedef struct _devicemodeW DEVMODEW; /* only passed by pointer */
 typedef DWORD COLORREF;
 
 #define WINAPI

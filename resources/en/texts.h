@@ -15,3 +15,5 @@
 #include "settings_texts.h"
 #include "lists_texts.h"
 #include "controls_windows_texts.h"
+#include "datetime_texts.h"
+#include "printing_texts.h"

@@ -1,0 +1,252 @@
+// The copy list dialogs and the bin information dialog driven through
+// their controls, with a profile file of their own. The German dialogs
+// run in a child process started with VEL_LANGUAGE=de.
+#include <tavona/tavona32.h>
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "testutil.h"
+#include "tvres.h"
+#include "uidriver.h"
+
+namespace {
+
+const wchar_t *Pick(const wchar_t *en, const wchar_t *de) { return GermanRun() ? de : en; }
+std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (GermanRun() ? L"_de" : L""); }
+const wchar_t *CopiesCaption() { return Pick(L"Copies", L"Ausfertigungen"); }
+
+const wchar_t kEmptyRest[] = L" |0| |0| |0| |0| |0| |0| |0| |0|";
+
+class CopyDialogs : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    wchar_t dir[MAX_PATH];
+    GetTempPathW(MAX_PATH, dir);
+    ini_ = std::wstring(dir) + L"tavona_copies_test.ini";
+    DeleteFileW(ini_.c_str());
+  }
+  void TearDown() override { DeleteFileW(ini_.c_str()); }
+  void Set(const wchar_t *key, const wchar_t *value) {
+    ASSERT_TRUE(WritePrivateProfileStringW(L"CopyList", key, value, ini_.c_str()));
+  }
+  std::wstring Get(const wchar_t *key) const {
+    wchar_t value[1000] = {};
+    GetPrivateProfileStringW(L"CopyList", key, L"<none>", value, 1000, ini_.c_str());
+    return value;
+  }
+  std::wstring ini_;
+};
+
+void Typed(tvui::Session &s, HWND combo, wchar_t c) {
+  s.Send(GetWindow(combo, GW_CHILD), WM_CHAR, c, 1);
+}
+
+void Scroll(tvui::Session &s, HWND dlg, int entry, int code, int times) {
+  HWND bar = s.Item(dlg, IDC_COPY_SCROLL + entry);
+  for (int i = 0; i < times; ++i) s.Send(dlg, WM_VSCROLL, code, LPARAM(bar));
+}
+
+TEST_F(CopyDialogs, EditList) {
+  Set(L"Names", L"Original|Copy|File copy");
+  Set(L"Standard", L"Copy|2|File copy|1|");
+  Set(L"ShowFlag", L"1");
+  wchar_t list[300] = L"Original|1|  Customer|2|";
+  int rc = tvui::RunModal([&] { return Tavona_EditCopyList(list, 300, ini_.c_str()); },
+                          [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(CopiesCaption());
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME), L"Original");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 1), L"Customer");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 2), L"");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT), L"1");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 1), L"2");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 9), L"");
+    EXPECT_EQ(s.Items(dlg, IDC_COPY_NAME + 9),
+              (std::vector<std::wstring>{L"Original", L"Copy", L"File copy"}));
+    EXPECT_TRUE(s.IsChecked(dlg, IDC_COPY_SHOW));
+    s.Screenshot(dlg, Shot(L"printing_copy_list"));
+
+    // The arrows step from empty up to 99 and back to empty.
+    Scroll(s, dlg, 2, SB_LINEDOWN, 1);
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"1");
+    Scroll(s, dlg, 2, SB_LINEDOWN, 120);
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"99");
+    Scroll(s, dlg, 2, SB_LINEUP, 98);
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"1");
+    Scroll(s, dlg, 2, SB_LINEUP, 3);
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"");
+    // Characters that would break the list are taken back.
+    HWND third = s.Item(dlg, IDC_COPY_NAME + 2);
+    for (wchar_t c : {L'X', L'|', L'%', L'"', L'y'}) Typed(s, third, c);
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 2), L"Xy");
+
+    // The standard list replaces what is shown.
+    s.Click(dlg, IDC_COPY_LOAD_STANDARD);
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME), L"Copy");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT), L"2");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 1), L"File copy");
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 2), L"");
+    // A typed number above 99 stands.
+    s.SetText(dlg, IDC_COPY_NAME + 3, L"Archive");
+    s.SetText(dlg, IDC_COPY_COUNT + 3, L"150");
+    s.Check(dlg, IDC_COPY_SHOW, false);
+    s.Click(dlg, IDOK);
+    s.WaitClosed(dlg);
+  });
+  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(Narrow(list), "Copy|2|File copy|1| |0|Archive|150| |0| |0| |0| |0| |0| |0|");
+  EXPECT_EQ(Get(L"ShowFlag"), L"0");
+}
+
+// Nothing to print: the message, and the dialog stays; Cancel then leaves
+// the caller's text. A buffer too small for the result takes what fits.
+TEST_F(CopyDialogs, ZeroTotalAndSmallBuffer) {
+  wchar_t list[40] = L"Original|0|";
+  int rc = tvui::RunModal([&] { return Tavona_EditCopyList(list, 40, ini_.c_str()); },
+                          [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(CopiesCaption());
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT), L"");
+    s.Click(dlg, IDOK);
+    tvui::Box box = s.WaitMessageBox();
+    EXPECT_NE(box.text.find(L"greater than 0"), std::wstring::npos) << Narrow(box.text);
+    s.Answer(box, IDOK);
+    EXPECT_TRUE(IsWindowVisible(dlg));
+    s.Click(dlg, IDCANCEL);
+    s.WaitClosed(dlg);
+  });
+  EXPECT_EQ(rc, 2);
+  EXPECT_EQ(Narrow(list), "Original|0|");
+
+  wchar_t small[16];
+  for (wchar_t &c : small) c = L'#';
+  wcscpy(small, L"A|1|");
+  rc = tvui::RunModal([&] { return Tavona_EditCopyList(small, 12, nullptr); },
+                      [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(CopiesCaption());
+    s.Click(dlg, IDOK);
+    s.WaitClosed(dlg);
+  });
+  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(Narrow(small), "A|1| |0| |0");
+  EXPECT_EQ(small[12], L'#');
+  EXPECT_EQ(Tavona_EditCopyList(nullptr, 10, nullptr), 2);
+  EXPECT_EQ(Tavona_ShowCopyListBeforePrint(), 1);
+}
+
+TEST_F(CopyDialogs, StandardListAndNames) {
+  Set(L"Names", L"Original|Copy");
+  Set(L"Standard", L"Copy|3|");
+  wchar_t list[300] = L"Original|1|";
+  const std::wstring &ini = ini_;
+  auto get = [this](const wchar_t *key) { return Get(key); };
+  int rc = tvui::RunModal([&] { return Tavona_EditCopyList(list, 300, ini.c_str()); },
+                          [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(CopiesCaption());
+    const wchar_t *standardCaption =
+        Pick(L"Standard Copy List", L"Standardliste der Ausfertigungen");
+    // Cancel in the standard list writes it back as it was read, in its
+    // ten-entry form.
+    s.Click(dlg, IDC_COPY_EDIT_STANDARD);
+    HWND standard = s.WaitDialog(standardCaption);
+    EXPECT_EQ(s.Text(standard, IDC_COPY_NAME), L"Copy");
+    EXPECT_EQ(s.Text(standard, IDC_COPY_COUNT), L"3");
+    s.Screenshot(standard, Shot(L"printing_copy_standard"));
+    s.SetText(standard, IDC_COPY_COUNT, L"4");
+    s.Click(standard, IDCANCEL);
+    s.WaitClosed(standard);
+    EXPECT_EQ(get(L"Standard"), std::wstring(L"Copy|3| |0|") + kEmptyRest);
+    s.Click(dlg, IDC_COPY_EDIT_STANDARD);
+    standard = s.WaitDialog(standardCaption);
+    s.SetText(standard, IDC_COPY_COUNT, L"4");
+    s.Click(standard, IDOK);
+    s.WaitClosed(standard);
+    EXPECT_EQ(get(L"Standard"), std::wstring(L"Copy|4| |0|") + kEmptyRest);
+
+    s.Click(dlg, IDC_COPY_EDIT_NAMES);
+    HWND names = s.WaitDialog(Pick(L"Copy Names", L"Namen der Ausfertigungen"));
+    EXPECT_EQ(s.Items(names, IDC_COPY_NAMES_LIST),
+              (std::vector<std::wstring>{L"Original", L"Copy"}));
+    EXPECT_EQ(s.Selection(names, IDC_COPY_NAMES_LIST), 0);
+    const wchar_t *addCaption = Pick(L"New Copy Name", L"Neuer Name");
+    s.Click(names, IDC_COPY_NAMES_ADD);
+    HWND add = s.WaitDialog(addCaption);
+    s.SetText(add, IDC_COPY_NEW_NAME, L"Invoice");
+    s.Screenshot(add, Shot(L"printing_copy_add_name"));
+    s.Click(add, IDOK);
+    s.WaitClosed(add);
+    s.Screenshot(names, Shot(L"printing_copy_names"));
+    // A name that is there in any case: the message, and the dialog stays.
+    s.Click(names, IDC_COPY_NAMES_ADD);
+    add = s.WaitDialog(addCaption);
+    s.SetText(add, IDC_COPY_NEW_NAME, L"COPY");
+    s.Click(add, IDOK);
+    tvui::Box box = s.WaitMessageBox();
+    EXPECT_NE(box.text.find(L"COPY"), std::wstring::npos) << Narrow(box.text);
+    s.Answer(box, IDOK);
+    s.Click(add, IDCANCEL);
+    s.WaitClosed(add);
+    EXPECT_EQ(s.Items(names, IDC_COPY_NAMES_LIST),
+              (std::vector<std::wstring>{L"Original", L"Copy", L"Invoice"}));
+    // Deleting the last entry selects the one before it, another the one
+    // that takes its place.
+    s.Select(names, IDC_COPY_NAMES_LIST, 2);
+    s.Click(names, IDC_COPY_NAMES_DELETE);
+    EXPECT_EQ(s.Selection(names, IDC_COPY_NAMES_LIST), 1);
+    s.Select(names, IDC_COPY_NAMES_LIST, 0);
+    s.Click(names, IDC_COPY_NAMES_DELETE);
+    EXPECT_EQ(s.Selection(names, IDC_COPY_NAMES_LIST), 0);
+    s.Click(names, IDOK);
+    s.WaitClosed(names);
+    // The boxes offer the new names and keep what they showed.
+    EXPECT_EQ(s.Items(dlg, IDC_COPY_NAME + 4), (std::vector<std::wstring>{L"Copy"}));
+    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME), L"Original");
+    s.Click(dlg, IDCANCEL);
+    s.WaitClosed(dlg);
+  });
+  EXPECT_EQ(rc, 2);
+  EXPECT_EQ(Get(L"Names"), L"Copy");
+  EXPECT_EQ(Narrow(list), "Original|1|");
+}
+
+TEST(BinInfoDialog, ShowsBins) {
+  INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
+  InitCommonControlsEx(&icc);
+  ASSERT_TRUE(WriteProfileStringW(L"Devices", L"Tavona Office", L"winspool,Ne00:"));
+  bool printer = Tavona_IsPrinterAvailable(L"TavonaPDF") == 1;
+  int rc = tvui::RunModal([] { return Tavona_BinInfoDialog(nullptr); }, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(Pick(L"Paper Bins", L"Papierschächte"));
+    HWND list = s.Item(dlg, IDC_BININFO_LIST);
+    s.Select(dlg, IDC_BININFO_PRINTERS, L"Tavona Office");
+    EXPECT_EQ(s.Send(list, LVM_GETITEMCOUNT), 0);
+    if (printer) {
+      s.Select(dlg, IDC_BININFO_PRINTERS, L"TavonaPDF");
+      EXPECT_GE(s.Send(list, LVM_GETITEMCOUNT), 3);
+      wchar_t title[50] = {};
+      LVCOLUMNW column = {};
+      column.mask = LVCF_TEXT;
+      column.pszText = title;
+      column.cchTextMax = 50;
+      s.Send(list, LVM_GETCOLUMNW, 1, LPARAM(&column));
+      EXPECT_EQ(std::wstring(title), Pick(L"Number", L"Nummer"));
+    }
+    s.Screenshot(dlg, Shot(L"printing_bin_info"));
+    EXPECT_EQ(GetDlgItem(dlg, IDOK), nullptr) << "closes only with Cancel";
+    s.Click(dlg, IDCANCEL);
+    s.WaitClosed(dlg);
+  });
+  WriteProfileStringW(L"Devices", L"Tavona Office", nullptr);
+  EXPECT_EQ(rc, 2);
+  if (!printer) GTEST_SKIP() << "no printer TavonaPDF: bins not shown (private CUPS scheduler)";
+}
+
+TEST(PrintingDialogsGerman, AllInGerman) {
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunSelfInGerman(L"CopyDialogs.EditList:CopyDialogs.StandardListAndNames:"
+                            L"BinInfoDialog.*"),
+            0u);
+}
+
+}  // namespace

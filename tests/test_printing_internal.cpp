@@ -1,0 +1,113 @@
+// Copy list texts read and written, without windows.
+#include <tavona/printing.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "frame/alloc.h"
+#include "frame/host/hostplat.h"
+#include "printing/copylist.h"
+#include "testutil.h"
+
+namespace {
+
+using namespace tv::print;
+using Text = std::u16string;
+
+const WCHAR *W(const char16_t *s) { return reinterpret_cast<const WCHAR *>(s); }
+
+std::string Entries(const CopyList &l) {
+  std::string s;
+  for (int i = 0; i < kCopyEntries; ++i)
+    if (l.names[i] || l.counts[i])
+      s += (l.names[i] ? "(" + Narrow(l.names[i]) + ")" : std::string("-")) + "=" +
+           std::to_string(l.counts[i]) + ";";
+  return s;
+}
+
+TEST(CopyLists, Read) {
+  struct Row {
+    const char16_t *text;
+    const char *entries;
+  } rows[] = {
+      {u"Original|1|", "(Original)=1;"},
+      // Empty fields vanish in the tokenizer.
+      {u"A||2|B|3", "(A)=2;(B)=3;"},
+      {u"  Copy|2|", "(Copy)=2;"},
+      // The single space of an empty entry reads as an empty name.
+      {u"Original|1| |0| |4|", "(Original)=1;()=0;()=4;"},
+      // A name without its count ends the list.
+      {u"A|1|B", "(A)=1;"},
+      {u"A|x|B|-2|C| 7 |D|99999999999|", "(A)=0;(B)=-2;(C)=7;(D)=2147483647;"},
+      {u"", ""},
+      {nullptr, ""},
+      {u"a|1|b|2|c|3|d|4|e|5|f|6|g|7|h|8|i|9|j|10|k|11|",
+       "(a)=1;(b)=2;(c)=3;(d)=4;(e)=5;(f)=6;(g)=7;(h)=8;(i)=9;(j)=10;"},
+  };
+  for (const Row &r : rows) {
+    CopyList l;
+    ASSERT_TRUE(ReadCopyList(W(r.text), l));
+    EXPECT_EQ(Entries(l), r.entries) << Narrow(r.text);
+  }
+}
+
+TEST(CopyLists, Write) {
+  CopyList l;
+  ASSERT_TRUE(ReadCopyList(W(u"Original|1|"), l));
+  tv::HeapPtr<WCHAR> text(WriteCopyList(l));
+  EXPECT_EQ(Narrow(text.get()), "Original|1| |0| |0| |0| |0| |0| |0| |0| |0| |0|");
+  // Written and read again, the entries are the same (empty names as "").
+  ASSERT_TRUE(l.SetName(3, W(u"")));
+  l.counts[3] = 5;
+  l.counts[9] = -7;
+  text = tv::HeapPtr<WCHAR>(WriteCopyList(l));
+  CopyList back;
+  ASSERT_TRUE(ReadCopyList(text.get(), back));
+  EXPECT_EQ(Entries(back), "(Original)=1;()=0;()=0;()=5;()=0;()=0;()=0;()=0;()=0;()=-7;");
+}
+
+TEST(CopyLists, Exports) {
+  WCHAR name[20];
+  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), 0, name, 20), 1);
+  EXPECT_EQ(Narrow(name), "Original");
+  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), 1, name, 20), 0);
+  EXPECT_EQ(Narrow(name), "");
+  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), 10, name, 20), -1);
+  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), -1, name, 20), -1);
+  // A name that does not fit leaves the buffer empty, within its size.
+  WCHAR small[4] = {u'x', u'x', u'x', u'x'};
+  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|3|"), 0, small, 4), 3);
+  EXPECT_EQ(small[0], 0);
+  EXPECT_EQ(Tavona_GetTotalCount(W(u"A|2|B|3|C|-1|")), 4);
+  EXPECT_EQ(Tavona_GetTotalCount(nullptr), 0);
+
+  WCHAR standard[20];
+  Tavona_GetStandardCopyList(standard, 20);
+  EXPECT_EQ(Narrow(standard), "Original|1|");
+  WCHAR cut[6] = {u'#', u'#', u'#', u'#', u'#', u'#'};
+  Tavona_GetStandardCopyList(cut, 5);
+  EXPECT_EQ(Narrow(cut), "Orig");
+  EXPECT_EQ(cut[5], u'#');
+  Tavona_GetStandardCopyList(cut, 0);
+  EXPECT_EQ(cut[0], u'O');
+}
+
+TEST(CopyLists, LongAndOutOfMemory) {
+  Text text;
+  for (int i = 0; i < 10000; ++i) text += u"name " + Text(1, char16_t(u'a' + i % 26)) + u"|1|";
+  EXPECT_EQ(Tavona_GetTotalCount(W(text.c_str())), 10);
+  Text longName = Text(100000, u'n') + u"|2|";
+  WCHAR name[10];
+  EXPECT_EQ(Tavona_GetCopyListItem(W(longName.c_str()), 0, name, 10), 2);
+
+  tv::plat::host::SetFailAllocations(true);
+  EXPECT_EQ(Tavona_GetTotalCount(W(u"A|2|")), 0);
+  EXPECT_EQ(Tavona_GetCopyListItem(W(u"A|2|"), 0, name, 10), 0);
+  CopyList l;
+  EXPECT_EQ(WriteCopyList(l), nullptr);
+  tv::plat::host::SetFailAllocations(false);
+  EXPECT_NE(tv::plat::host::LastMessage().count, 0);
+}
+
+}  // namespace
