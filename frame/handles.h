@@ -135,6 +135,12 @@ class select_object {
   }
   select_object(const select_object &) = delete;
   select_object &operator=(const select_object &) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ old_;
+};
+
 // Selects an object into a DC and puts the previous one back on every path
 // (before the object's own owner deletes it: declare the owner first).
 class selected_object {
@@ -158,6 +164,7 @@ F ProcAddress(HMODULE module, const char *name) {
   if (!module || !name) return nullptr;
   return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
 }
+
 // Restores a DC's state (SaveDC/RestoreDC) on every path.
 class saved_dc {
  public:
