@@ -24,7 +24,6 @@ const wchar_t kIni[] = L"C:\\tvbr\\remember.ini";
 constexpr int kFileType = 1136;
 constexpr int kLookIn = 1137;
 
-std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (IsGermanRun() ? L"_de" : L""); }
 
 std::wstring Resource(UINT id) {
   wchar_t text[500] = L"";
@@ -311,7 +310,7 @@ TEST_F(FileDialogs, PictureFilters) {
                                        d(1810, L"wmf"), d(1811, L"emf")}));
   EXPECT_EQ(items(TAVONA_FND_PICTURES, L"", 0),
             (std::vector<std::wstring>{d(1813, L"gif"), d(1813, L"tif")}));
-  EXPECT_EQ(Resource(1809), IsGermanRun() ? L"Windows-Bitmap" : L"Windows bitmap");
+  EXPECT_EQ(Resource(1809), GermanRun() ? L"Windows-Bitmap" : L"Windows bitmap");
   RemoveDllDirectory(cookie);
   EXPECT_EQ(g_capturedReports.size(), 1u);
 }
@@ -385,8 +384,8 @@ TEST_F(FileDialogs, BadInput) {
 }
 
 TEST(FileDialogsGerman, ResourceTextsInGerman) {
-  if (IsGermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunInLanguage(L"de", L"FileDialogs.DeleteFiles:FileDialogs.PictureFilters:"
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunInGerman(L"FileDialogs.DeleteFiles:FileDialogs.PictureFilters:"
                                      L"FileDialogs.FiltersAndPreselection"),
             0u);
 }

@@ -21,13 +21,12 @@ const wchar_t kSqlKey[] = L"Software\\Tavona Software\\Dump\\Sql";
 const wchar_t kMapiKey[] = L"Software\\Tavona Software\\Dump\\Mapi";
 
 const wchar_t *StatementCaption() {
-  return IsGermanRun() ? L"Datenbankanweisung" : L"Database Statement";
+  return GermanRun() ? L"Datenbankanweisung" : L"Database Statement";
 }
 const wchar_t *ConfigCaption() {
-  return IsGermanRun() ? L"Einstellungen der Anweisungsprotokollierung"
+  return GermanRun() ? L"Einstellungen der Anweisungsprotokollierung"
                        : L"Statement Dump Settings";
 }
-std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (IsGermanRun() ? L"_de" : L""); }
 
 void Set(const wchar_t *value, LONG number) {
   Tavona_WriteLongToHKCU(kSqlKey, nullptr, value, number);
@@ -323,8 +322,8 @@ TEST_F(Dump, ConfigurationButtons) {
 }
 
 TEST(DumpGerman, DialogsInGerman) {
-  if (IsGermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunInLanguage(L"de", L"Dump.StatementDialog:Dump.ConfigurationDialog:"
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunInGerman(L"Dump.StatementDialog:Dump.ConfigurationDialog:"
                                      L"Dump.ConfigurationButtons"),
             0u);
 }

@@ -161,7 +161,7 @@ TEST_F(Mail, ErrorTexts) {
                               tvui::Box box = s.WaitMessageBox(Resource(IDS_CAPTION_MAPI_ERROR));
                               text = box.text;
                               EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
-                              if (code == 3) s.Screenshot(box.hwnd, IsGermanRun() ? L"mail_error_de" : L"mail_error");
+                              if (code == 3) s.Screenshot(box.hwnd, Shot(L"mail_error"));
                               s.Answer(box, IDOK);
                             });
     EXPECT_EQ(rc, 1);
@@ -182,8 +182,8 @@ TEST_F(Mail, ErrorTexts) {
 }
 
 TEST(MailGerman, ErrorTextsInGerman) {
-  if (IsGermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunInLanguage(L"de", L"Mail.ErrorTexts"), 0u);
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunInGerman(L"Mail.ErrorTexts"), 0u);
 }
 
 TEST_F(Mail, Editors) {

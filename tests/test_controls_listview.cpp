@@ -257,7 +257,7 @@ TEST_F(ListView, LoadFromFile) {
   EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), 0), 3);
   ListView_SetItemState(lv_, 1, LVIS_SELECTED, LVIS_SELECTED);
   UpdateWindow(parent_);
-  tvui::SaveScreenshot(parent_, GermanRun() ? L"listview_loaded_de" : L"listview_loaded");
+  tvui::SaveScreenshot(parent_, Shot(L"listview_loaded"));
 
   // Keeping rows appends; without, rows go even when the file is missing.
   EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_KEEP_ROWS), 6);
@@ -452,7 +452,7 @@ TEST_F(ListView, SelectionMovesAndDeletes) {
 
 TEST(ListViewGerman, LoadedListInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunSelfInGerman(L"ListView.LoadFromFile"), 0u);
+  EXPECT_EQ(RunInGerman(L"ListView.LoadFromFile"), 0u);
 }
 
 }  // namespace

@@ -19,7 +19,6 @@ namespace {
 const wchar_t kKey[] = L"Software\\Tavona Software\\Tests\\RegEdit";
 const wchar_t kRecent[] = L"Software\\Tavona Software\\Tests\\Recent";
 
-std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (GermanRun() ? L"_de" : L""); }
 
 void SetValue(const wchar_t *key, const wchar_t *name, const std::wstring &data) {
   RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_SZ, data.c_str(),
@@ -234,7 +233,7 @@ TEST_F(RegEdit, NoDefaultsAndSubkeys) {
 
 TEST(RegEditGerman, AllInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunSelfInGerman(L"RegEdit.*:RecentFiles.MenuScreenshot"), 0u);
+  EXPECT_EQ(RunInGerman(L"RegEdit.*:RecentFiles.MenuScreenshot"), 0u);
 }
 
 // ---- Recent file lists ------------------------------------------------------

@@ -372,7 +372,7 @@ TEST_F(Lts, SettingsDialog) {
     EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_WRITE_LOG));
     EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_SHOW_DIALOGS));
     EXPECT_FALSE(s.IsChecked(dlg, IDC_LTS_CONFIRM));
-    s.Screenshot(dlg, GermanRun() ? L"lts_settings_de" : L"lts_settings");
+    s.Screenshot(dlg, Shot(L"lts_settings"));
     s.SetText(dlg, IDC_LTS_LOGFILE, second);
     s.Check(dlg, IDC_LTS_SHOW_DIALOGS, false);
     s.Check(dlg, IDC_LTS_CONFIRM, true);
@@ -426,7 +426,7 @@ TEST_F(Lts, TextDisplayStopAndAbort) {
     EXPECT_EQ(s.Text(dlg, IDC_LTS_KEY), L"LINEBREAK_DFD222B2");
     EXPECT_EQ(s.Text(dlg, IDC_LTS_SOURCE), L"Line\r\nbreak");
     EXPECT_EQ(s.Text(dlg, IDC_LTS_TRANSLATED), L"Line\r\nbreak");
-    s.Screenshot(dlg, GermanRun() ? L"lts_text_de" : L"lts_text");
+    s.Screenshot(dlg, Shot(L"lts_text"));
     s.Click(dlg, IDC_LTS_STOP);
     for (int i = 0; i < 10; ++i) {
       dlg = s.WaitDialog(caption);
@@ -561,7 +561,7 @@ TEST_F(Lts, GettextRoundTrip) {
 // The dialogs of this test again with the German resource library.
 TEST(LtsGerman, DialogsInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunInLanguage(L"de", L"Lts.SettingsDialog:Lts.TextDisplayStopAndAbort"), 0u);
+  EXPECT_EQ(RunInGerman(L"Lts.SettingsDialog:Lts.TextDisplayStopAndAbort"), 0u);
 }
 
 }  // namespace

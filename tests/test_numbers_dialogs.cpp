@@ -18,13 +18,8 @@ namespace {
 
 const wchar_t kDebugKey[] = L"Software\\Tavona Software\\Debugging";
 
-bool German() {
-  const wchar_t *lang = _wgetenv(L"VEL_LANGUAGE");
-  return lang && lang[0] == L'd' && lang[1] == L'e';
-}
-const wchar_t *IntCaption() { return German() ? L"Ganzzahlformat" : L"Integer Format"; }
-const wchar_t *FloatCaption() { return German() ? L"Kommazahlformat" : L"Decimal Number Format"; }
-std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (German() ? L"_de" : L""); }
+const wchar_t *IntCaption() { return GermanRun() ? L"Ganzzahlformat" : L"Integer Format"; }
+const wchar_t *FloatCaption() { return GermanRun() ? L"Kommazahlformat" : L"Decimal Number Format"; }
 
 // Types one character where the caret is, as a keyboard would; the field
 // then reads after.
@@ -251,27 +246,8 @@ TEST_F(NumberDialogs, PerformHelpPaths) {
 // The dialogs and the help box again in German, in a child process that
 // loads the German resource library.
 TEST(NumberDialogsGerman, AllInGerman) {
-  if (German()) GTEST_SKIP() << "already the German run";
-  wchar_t self[MAX_PATH];
-  ASSERT_GT(GetModuleFileNameW(nullptr, self, MAX_PATH), 0u);
-  std::wstring command = L"\"" + std::wstring(self) +
-                         L"\" --gtest_filter=NumberDialogs.*EveryField:NumberDialogs.HelpButton";
-  SetEnvironmentVariableW(L"VEL_LANGUAGE", L"de");
-  STARTUPINFOW si = {};
-  si.cb = sizeof si;
-  PROCESS_INFORMATION pi = {};
-  BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                nullptr, &si, &pi);
-  SetEnvironmentVariableW(L"VEL_LANGUAGE", nullptr);
-  ASSERT_TRUE(started);
-  DWORD wait = WaitForSingleObject(pi.hProcess, 120000);
-  if (wait != WAIT_OBJECT_0) TerminateProcess(pi.hProcess, 99);
-  DWORD code = 99;
-  GetExitCodeProcess(pi.hProcess, &code);
-  CloseHandle(pi.hThread);
-  CloseHandle(pi.hProcess);
-  EXPECT_EQ(wait, WAIT_OBJECT_0);
-  EXPECT_EQ(code, 0u);
+  if (GermanRun()) GTEST_SKIP() << "already the German run";
+  EXPECT_EQ(RunInGerman(L"NumberDialogs.*EveryField:NumberDialogs.HelpButton"), 0u);
 }
 
 }  // namespace

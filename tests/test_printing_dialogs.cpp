@@ -15,8 +15,6 @@
 
 namespace {
 
-const wchar_t *Pick(const wchar_t *en, const wchar_t *de) { return GermanRun() ? de : en; }
-std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (GermanRun() ? L"_de" : L""); }
 const wchar_t *CopiesCaption() { return Pick(L"Copies", L"Ausfertigungen"); }
 
 const wchar_t kEmptyRest[] = L" |0| |0| |0| |0| |0| |0| |0| |0|";
@@ -244,7 +242,7 @@ TEST(BinInfoDialog, ShowsBins) {
 
 TEST(PrintingDialogsGerman, AllInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunSelfInGerman(L"CopyDialogs.EditList:CopyDialogs.StandardListAndNames:"
+  EXPECT_EQ(RunInGerman(L"CopyDialogs.EditList:CopyDialogs.StandardListAndNames:"
                             L"BinInfoDialog.*"),
             0u);
 }

@@ -116,21 +116,24 @@ inline std::wstring BinDir() {
   return dir.substr(0, dir.rfind(L'\\') + 1);
 }
 
-// True in a run started by RunInLanguage with a German language.
+// True in the child run that RunInGerman starts.
 inline bool GermanRun() {
   wchar_t lang[8] = {};
   return GetEnvironmentVariableW(L"VEL_LANGUAGE", lang, 8) && lang[0] == L'd' && lang[1] == L'e';
 }
+// The English or the German text, whichever this run shows.
+inline const wchar_t *Pick(const wchar_t *en, const wchar_t *de) { return GermanRun() ? de : en; }
+// A screenshot name, with "_de" in the German run.
+inline std::wstring Shot(const wchar_t *name) { return std::wstring(name) + (GermanRun() ? L"_de" : L""); }
 
-
-// Runs this test program again with the arguments (a --gtest_filter) and
-// VEL_LANGUAGE=language; its exit code, 99 when it did not end in time.
-inline DWORD RunSelfInLanguage(const std::wstring &args, const wchar_t *language,
-                               DWORD timeoutMs = 120000) {
+// Runs this test program again with VEL_LANGUAGE=de (so that the library
+// loads the German resources) and the gtest filter; its exit code, 99 when
+// it could not start or did not end in time.
+inline DWORD RunInGerman(const wchar_t *filter, DWORD timeoutMs = 120000) {
   wchar_t self[MAX_PATH];
   GetModuleFileNameW(nullptr, self, MAX_PATH);
-  std::wstring command = L"\"" + std::wstring(self) + L"\" " + args;
-  SetEnvironmentVariableW(L"VEL_LANGUAGE", language);
+  std::wstring command = L"\"" + std::wstring(self) + L"\" --gtest_filter=" + filter;
+  SetEnvironmentVariableW(L"VEL_LANGUAGE", L"de");
   STARTUPINFOW si = {};
   si.cb = sizeof si;
   PROCESS_INFORMATION pi = {};
@@ -146,18 +149,6 @@ inline DWORD RunSelfInLanguage(const std::wstring &args, const wchar_t *language
   CloseHandle(pi.hThread);
   CloseHandle(pi.hProcess);
   return code;
-}
-
-// Runs this test program again with VEL_LANGUAGE set (so that the library
-// loads that language's resources) and the given gtest filter; returns
-// its exit code (99 when it could not run or took over two minutes).
-inline DWORD RunInLanguage(const wchar_t *language, const wchar_t *filter) {
-  return RunSelfInLanguage(std::wstring(L"--gtest_filter=") + filter, language);
-}
-
-// Runs this test program again in German with the given gtest filter.
-inline DWORD RunSelfInGerman(const wchar_t *filter, DWORD timeoutMs = 120000) {
-  return RunSelfInLanguage(std::wstring(L"--gtest_filter=") + filter, L"de", timeoutMs);
 }
 
 // Removes a directory tree, read-only and system entries too.
@@ -181,7 +172,6 @@ inline void RemoveTree(const std::wstring &dir) {
 }
 
 // The German run of a test (a child started by RunInLanguage(L"de", ...)).
-inline bool IsGermanRun() { return GermanRun(); }
 
 // What the error reporter sent to the application's callback: install
 // CaptureReports with Tavona_SetErrorHandlerCallback. Each report is
