@@ -112,8 +112,12 @@ bool BoundedAppend(WCHAR *dst, const WCHAR *src, int dstSize) {
   return AppendAt(dst, dstSize, len, src, LenBounded(src, room), "TavonaAppendString");
 }
 
+// The last unit is zeroed at once, as the C runtime's bounded concatenation
+// does on every append: nothing else is ever written there.
 Appender::Appender(WCHAR *buffer, int size)
-    : buf_(buffer), size_(buffer && size > 0 ? size : 0), len_(LenBounded(buffer, size_)) {}
+    : buf_(buffer), size_(buffer && size > 0 ? size : 0), len_(LenBounded(buffer, size_)) {
+  if (len_ < size_) buf_[size_ - 1] = 0;
+}
 
 bool Appender::Overflow() {
   buf_[0] = 0;

@@ -59,31 +59,41 @@ class Finder {
   Finder &operator=(const Finder &) = delete;
   // False when memory runs out (reported) or the pattern is empty.
   bool Init(const WCHAR *pattern, int patternLen);
-  int Find(const WCHAR *text, int textLen, int from) const {
+  struct NoFold {
+    WCHAR operator()(WCHAR c) const { return c; }
+  };
+  // With a fold, each text unit is folded (upper-cased, say) before it is
+  // compared; the pattern must be given folded already.
+  template <typename Fold = NoFold>
+  int Find(const WCHAR *text, int textLen, int from, Fold fold = {}) const {
     if (!fail_ || !text) return -1;
-    return Scan(text, textLen, from < 0 ? 0 : from, 0);
+    return Scan(text, textLen, from < 0 ? 0 : from, 0, fold);
   }
   // The next occurrence starting after the one at previous (a result of
   // Find or FindAfter in the same text), overlapping it if need be; resumes
   // without looking at the matched units again.
-  int FindAfter(const WCHAR *text, int textLen, int previous) const {
+  template <typename Fold = NoFold>
+  int FindAfter(const WCHAR *text, int textLen, int previous, Fold fold = {}) const {
     if (!fail_ || !text) return -1;
-    if (previous < 0) return Scan(text, textLen, 0, 0);
-    return Scan(text, textLen, previous + patLen_, fail_[patLen_ - 1]);
+    if (previous < 0) return Scan(text, textLen, 0, 0, fold);
+    return Scan(text, textLen, previous + patLen_, fail_[patLen_ - 1], fold);
   }
 
  private:
   // Inline: callers that replace every occurrence call it once per match.
-  int Scan(const WCHAR *text, int textLen, int from, int k) const {
+  template <typename Fold>
+  int Scan(const WCHAR *text, int textLen, int from, int k, Fold fold) const {
     const WCHAR first = pat_[0];
     for (int i = from; i < textLen; ++i) {
       // Outside a partial match, skip quickly to the next first unit.
       if (k == 0) {
-        while (i < textLen && text[i] != first) ++i;
+        while (i < textLen && fold(text[i]) != first) ++i;
         if (i == textLen) break;
+        if (patLen_ == 1) return i;
       }
-      while (k > 0 && text[i] != pat_[k]) k = fail_[k - 1];
-      if (text[i] == pat_[k] && ++k == patLen_) return i - patLen_ + 1;
+      const WCHAR c = fold(text[i]);
+      while (k > 0 && c != pat_[k]) k = fail_[k - 1];
+      if (c == pat_[k] && ++k == patLen_) return i - patLen_ + 1;
     }
     return -1;
   }
@@ -142,7 +152,6 @@ class Appender {
  private:
   bool Close(WCHAR *p) {
     *p = 0;
-    buf_[size_ - 1] = 0;  // as the C runtime's bounded concatenation does
     len_ = static_cast<int>(p - buf_);
     return true;
   }

@@ -19,6 +19,8 @@ namespace tv::plat {
 // and the C runtime's comparison (_wcsicmp).
 void UpperUser(WCHAR *text);
 void UpperCrt(WCHAR *text);
+// One unit as UpperCrt changes it.
+WCHAR UpperCrtUnit(WCHAR c);
 int CompareNoCaseCrt(const WCHAR *a, const WCHAR *b);
 
 // ANSI code page <-> UTF-16 with the semantics of MultiByteToWideChar /

@@ -35,9 +35,10 @@ void UpperUser(WCHAR *text) {
   for (; text && *text; ++text) *text = UpperLatin1(*text);
 }
 
+WCHAR UpperCrtUnit(WCHAR c) { return c >= 'a' && c <= 'z' ? static_cast<WCHAR>(c - 32) : c; }
+
 void UpperCrt(WCHAR *text) {
-  for (; text && *text; ++text)
-    if (*text >= 'a' && *text <= 'z') *text = static_cast<WCHAR>(*text - 32);
+  for (; text && *text; ++text) *text = UpperCrtUnit(*text);
 }
 
 int CompareNoCaseCrt(const WCHAR *a, const WCHAR *b) {

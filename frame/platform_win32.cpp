@@ -8,6 +8,7 @@
 #include "base/wstr.h"
 
 #include <cwchar>
+#include <cwctype>
 
 namespace tv::plat {
 
@@ -18,6 +19,9 @@ void UpperUser(WCHAR *text) {
 void UpperCrt(WCHAR *text) {
   if (text) _wcsupr(text);
 }
+
+// _wcsupr upper-cases unit by unit with towupper, in the C runtime's locale.
+WCHAR UpperCrtUnit(WCHAR c) { return static_cast<WCHAR>(towupper(c)); }
 
 int CompareNoCaseCrt(const WCHAR *a, const WCHAR *b) { return _wcsicmp(a, b); }
 

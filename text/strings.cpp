@@ -70,11 +70,92 @@ WCHAR *WINAPI Tavona_strstri(const WCHAR *text, const WCHAR *sought) {
   return at < 0 ? nullptr : const_cast<WCHAR *>(text) + at;
 }
 
-// One pass over the original text. The text after the search position is
-// always an unchanged suffix of the original, so every search runs in the
-// original (or its upper-cased copy, since upper-casing maps unit by unit)
-// and only the classification needs the current length and position. The
-// result is built in a scratch buffer and copied back once.
+namespace {
+
+// The C runtime's upper-casing, one unit at a time, ASCII without a call.
+struct UpperFold {
+  WCHAR operator()(WCHAR c) const {
+    if (c < 0x80) return c >= 'a' && c <= 'z' ? static_cast<WCHAR>(c - 32) : c;
+    return tv::plat::UpperCrtUnit(c);
+  }
+};
+
+// Walks the occurrences that Tavona_ReplaceString replaces, at most cap of
+// them, in order, and calls emit(consumed, at) for each: the original units
+// [consumed, at) come before it. Returns how many there are; consumed ends
+// after the last one. The text after the search position is always an
+// unchanged suffix of the original, so every search runs in the original
+// and only the classification needs the current position.
+template <bool everywhere, typename Fold, typename Emit>
+int WalkReplacements(const Finder &finder, const WCHAR *hay, int n, int findLen, int withLen,
+                     UINT flags, int64_t cap, Fold fold, int &consumed, Emit emit) {
+  int count = 0;
+  int outLen = 0;  // units of the result so far
+  consumed = 0;
+  for (int at = finder.Find(hay, n, 0, fold); at >= 0 && count < cap;) {
+    if (!everywhere) {
+      bool atStart = outLen + (at - consumed) == 0;
+      bool atEnd = n - at == findLen;
+      bool middle = !atStart && !atEnd;
+      bool qualifies = ((flags & TAVONA_REPLACE_INMIDDLE) && middle) ||
+                       ((flags & TAVONA_REPLACE_ATSTART) && atStart) ||
+                       ((flags & TAVONA_REPLACE_ATEND) && atEnd);
+      if (!qualifies) {
+        at = finder.FindAfter(hay, n, at, fold);
+        continue;
+      }
+      outLen += at - consumed + withLen;
+    }
+    emit(consumed, at);
+    consumed = at + findLen;
+    ++count;
+    at = finder.Find(hay, n, consumed, fold);
+  }
+  return count;
+}
+
+template <bool everywhere, typename Fold>
+void ReplaceInPlace(WCHAR *text, INT textSize, int n, const WCHAR *pattern, int findLen,
+                    const WCHAR *with, int withLen, UINT flags, Fold fold) {
+  Finder finder;
+  if (!finder.Init(pattern, findLen)) return;
+  // The text may grow to textSize - 2 units: one unit of the buffer stays
+  // unused, kept as it has always been. A replacement that would pass that
+  // ends the work.
+  const int64_t growth = withLen - findLen;
+  int64_t cap = growth > 0    ? (int64_t{textSize} - 2 - n) / growth
+                : growth == 0 ? (n < textSize - 1 ? n : 0)
+                              : n;
+  if (flags & TAVONA_REPLACE_FIRST) cap = cap < 1 ? cap : 1;
+  // A growing text is first moved to the end of its final length; writing
+  // from the start then never overtakes the units still to be read, since
+  // the growth so far never exceeds the whole growth. A shrinking one is
+  // rewritten where it stands.
+  const WCHAR *src = text;
+  int consumed = 0;
+  if (growth > 0) {
+    cap = WalkReplacements<everywhere>(finder, text, n, findLen, withLen, flags, cap, fold,
+                                       consumed, [](int, int) {});
+    if (cap == 0) return;
+    std::memmove(text + cap * growth, text, (static_cast<size_t>(n) + 1) * sizeof(WCHAR));
+    src = text + cap * growth;
+  }
+  WCHAR *out = text;
+  int count = WalkReplacements<everywhere>(finder, src, n, findLen, withLen, flags, cap, fold,
+                                           consumed, [&](int from, int at) {
+                                             for (int i = from; i < at; ++i) *out++ = src[i];
+                                             // Replacements are short: a plain
+                                             // loop beats a call to memcpy.
+                                             for (const WCHAR *w = with; *w; ++w) *out++ = *w;
+                                           });
+  if (count == 0) return;
+  for (int i = consumed; i < n; ++i) *out++ = src[i];
+  *out = 0;
+}
+
+}  // namespace
+
+// Works in the caller's buffer: no copy of the text, no scratch buffer.
 void WINAPI Tavona_ReplaceString(WCHAR *text, INT textSize, const WCHAR *find, const WCHAR *with,
                                  UINT flags) {
   if (!text || textSize < 1 || !text[0] || !find || !find[0]) return;
@@ -85,66 +166,21 @@ void WINAPI Tavona_ReplaceString(WCHAR *text, INT textSize, const WCHAR *find, c
   if (findLen > n) return;
   if (!with) with = TEXT("");
   const int withLen = tv::Len(with);
-
-  const WCHAR *hay = text;
-  const WCHAR *pattern = find;
-  HeapPtr<WCHAR> upper;
-  if (flags & TAVONA_REPLACE_NOCASE) {
-    upper =
-        HeapPtr<WCHAR>(tv::AllocWideChars(static_cast<UINT>(n) + static_cast<UINT>(findLen) + 2));
-    if (!upper) return;
-    WCHAR *upperFind = upper.get() + n + 1;
-    tv::CopyRaw(upper.get(), text, n + 1);
-    tv::CopyRaw(upperFind, find, findLen + 1);
-    tv::plat::UpperCrt(upper.get());
-    tv::plat::UpperCrt(upperFind);
-    hay = upper.get();
-    pattern = upperFind;
-  }
-  Finder finder;
-  if (!finder.Init(pattern, findLen)) return;
-
-  HeapPtr<WCHAR> result;
-  int outLen = 0;      // units of the result written so far
-  int consumed = 0;    // original units taken into the result
-  int64_t curLen = n;  // length of the text as the replacements go
   const UINT places = TAVONA_REPLACE_ATSTART | TAVONA_REPLACE_INMIDDLE | TAVONA_REPLACE_ATEND;
   const bool everywhere = (flags & places) == places;
-  for (int at = finder.Find(hay, n, 0); at >= 0;) {
-    bool atStart = outLen + (at - consumed) == 0;
-    bool atEnd = n - at == findLen;
-    bool middle = !atStart && !atEnd;
-    bool qualifies = everywhere || ((flags & TAVONA_REPLACE_INMIDDLE) && middle) ||
-                     ((flags & TAVONA_REPLACE_ATSTART) && atStart) ||
-                     ((flags & TAVONA_REPLACE_ATEND) && atEnd);
-    if (!qualifies) {
-      at = finder.FindAfter(hay, n, at);
-      continue;
-    }
-    // One unit of the buffer stays unused; kept as it has always been.
-    if (curLen - findLen + withLen >= int64_t{textSize} - 1) break;
-    if (!result) {
-      // Replaced occurrences never overlap, so there are at most n / findLen.
-      int64_t most = n;
-      if (withLen > findLen) most += int64_t{n / findLen} * (withLen - findLen);
-      if (most > int64_t{textSize} - 2) most = int64_t{textSize} - 2;
-      result = HeapPtr<WCHAR>(tv::AllocWideChars(static_cast<UINT>(most + 1)));
-      if (!result) return;
-    }
-    if (at > consumed) tv::CopyRaw(result.get() + outLen, text + consumed, at - consumed);
-    outLen += at - consumed;
-    // Replacements are short: a plain loop beats a call to memcpy per match.
-    for (const WCHAR *w = with; *w; ++w) result[outLen++] = *w;
-    consumed = at + findLen;
-    curLen += withLen - findLen;
-    if (flags & TAVONA_REPLACE_FIRST) break;
-    at = finder.Find(hay, n, consumed);
+  if (!(flags & TAVONA_REPLACE_NOCASE)) {
+    auto replace = everywhere ? ReplaceInPlace<true, Finder::NoFold>
+                              : ReplaceInPlace<false, Finder::NoFold>;
+    replace(text, textSize, n, find, findLen, with, withLen, flags, Finder::NoFold{});
+    return;
   }
-  if (!result) return;
-  tv::CopyRaw(result.get() + outLen, text + consumed, n - consumed);
-  outLen += n - consumed;
-  tv::CopyRaw(text, result.get(), outLen);
-  text[outLen] = 0;
+  // The pattern upper-cased as a whole, the text unit by unit as it is read:
+  // the same thing, since the C runtime upper-cases unit by unit.
+  HeapPtr<WCHAR> upperFind(tv::DuplicateWideString(find));
+  if (!upperFind) return;
+  tv::plat::UpperCrt(upperFind.get());
+  auto replace = everywhere ? ReplaceInPlace<true, UpperFold> : ReplaceInPlace<false, UpperFold>;
+  replace(text, textSize, n, upperFind.get(), findLen, with, withLen, flags, UpperFold{});
 }
 
 void WINAPI Tavona_Replace(WCHAR *text, INT textSize, const WCHAR *find, const WCHAR *with,
