@@ -105,7 +105,7 @@ void PaintBitmap(PaintKit &kit, HANDLE bitmap, const RECT &r) {
     return;
   HDC mem = kit.Memory();
   if (!mem) return;
-  selected_object in(mem, static_cast<HGDIOBJ>(bitmap));
+  select_object in(mem, static_cast<HGDIOBJ>(bitmap));
   SetStretchBltMode(kit.dc, COLORONCOLOR);
   StretchBlt(kit.dc, r.left, r.top, r.right - r.left, r.bottom - r.top, mem, 0, 0, bm.bmWidth,
              bm.bmHeight, SRCCOPY);

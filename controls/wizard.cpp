@@ -242,7 +242,7 @@ void PaintPicture(Wizard *w, HDC dc) {
   if (GetObjectW(bitmap, sizeof bm, &bm) != sizeof bm) return;
   unique_hdc memory(CreateCompatibleDC(dc));
   if (!memory) return;
-  selected_object in(memory.get(), bitmap);
+  select_object in(memory.get(), bitmap);
   BitBlt(dc, c->metrics[kLeft], c->metrics[kTop], bm.bmWidth, bm.bmHeight, memory.get(), 0, 0,
          SRCCOPY);
 }

@@ -37,13 +37,6 @@ enum : int {
   kConfirm,
 };
 
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 // An in-memory child dialog with one edit field: the pages of the tab demo.
 struct PageTemplate {
   DLGTEMPLATE dlg;
@@ -95,9 +88,9 @@ class ControlsPage : public demo::Page {
     keep_ = f.Check(kKeep, L"Keep entries (2)", false);
     unique_ = f.Check(kUnique, L"Unique (8)", true);
     f.Row(L"");
-    Button(f, kFill, L"Fill both");
-    Button(f, kUp, L"Move up");
-    Button(f, kDown, L"Move down");
+    f.Button(kFill, L"Fill both");
+    f.Button(kUp, L"Move up");
+    f.Button(kDown, L"Move down");
     f.Row(L"List box:");
     listBox_ = f.List(kListBox, 4, LBS_NOTIFY);
     f.Row(L"Combo box:");
@@ -119,7 +112,7 @@ class ControlsPage : public demo::Page {
     time_ = f.Check(kTime, L"Remaining time (1)", true);
     large_ = f.Check(kLarge, L"Large template (2)", false);
     noCancel_ = f.Check(kNoCancel, L"No cancel button (4)", false);
-    Button(f, kRun, L"Run");
+    f.Button(kRun, L"Run");
     f.Row(L"Result:");
     result_ = f.ReadOnly(0);
     f.EndGroup();
@@ -130,12 +123,12 @@ class ControlsPage : public demo::Page {
     f.Row(L"Tenths:");
     tenths_ = f.Edit(kTenths, L"30", demo::DuX(32), ES_NUMBER);
     f.Note(L"of a second; 0 keeps it for 50 minutes");
-    Button(f, kShowTemp, L"Show");
+    f.Button(kShowTemp, L"Show");
     f.EndGroup();
 
     f.BeginGroup(L"Tab pages (Tavona_SetActiveTabControl, Tavona_ConfirmAllTabControlItems)");
     f.Row(L"Tabs:");
-    Button(f, kConfirm, L"Confirm all");
+    f.Button(kConfirm, L"Confirm all");
     confirm_ = f.Note(L"", 0);
     f.Row(L"");
     HWND tabSpot = f.Note(L"", 0);

@@ -26,13 +26,6 @@ enum : int {
   kFiles,
 };
 
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 bool Checked(HWND b) { return SendMessageW(b, BM_GETCHECK, 0, 0) == BST_CHECKED; }
 
 std::wstring ProgramFolder() {
@@ -72,16 +65,16 @@ class DirsPage : public demo::Page {
     noOverwrite_ = f.Check(kNoOverwrite, L"Never overwrite", false);
     dryRun_ = f.Check(kDryRun, L"Dry run", false);
     f.Row(L"");
-    Button(f, kCopy, L"Copy");
-    Button(f, kStatistic, L"Statistics...");
+    f.Button(kCopy, L"Copy");
+    f.Button(kStatistic, L"Statistics...");
     f.Row(L"Result:");
     result_ = f.ReadOnly(0);
     f.EndGroup();
 
     f.BeginGroup(L"Before copying (Tavona_DirectoriesStatistic, Tavona_ScanFilesToBox)");
     f.Row(L"");
-    Button(f, kCount, L"Count sources");
-    Button(f, kScan, L"List passing files");
+    f.Button(kCount, L"Count sources");
+    f.Button(kScan, L"List passing files");
     f.Row(L"Counted:");
     counted_ = f.ReadOnly(0);
     f.Row(L"Passing files:");

@@ -30,15 +30,6 @@ enum : int {
 
 constexpr int kModes[] = {kDisplay, kSilent, kLog, kCallback};
 
-// A check box row turned into another kind of button (the form lays out
-// check boxes only).
-HWND Button(demo::Form &f, int id, const wchar_t *text, DWORD style) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | style);
-  SendMessageW(b, BM_SETSTYLE, style, TRUE);
-  return b;
-}
-
 const wchar_t *ButtonName(int result) {
   static const wchar_t *const names[] = {L"",        L"IDOK",     L"IDCANCEL", L"IDABORT",
                                          L"IDRETRY", L"IDIGNORE", L"IDYES",    L"IDNO"};
@@ -68,15 +59,15 @@ class ErrorsPage : public demo::Page {
     const wchar_t *labels[] = {L"Message box (0)", L"Silent (1)", L"Log file (2)",
                                L"Application callback"};
     for (int i = 0; i < 4; ++i)
-      modes_[i] = Button(f, kModes[i], labels[i], BS_AUTORADIOBUTTON | (i ? 0 : WS_GROUP));
+      modes_[i] = f.Button(kModes[i], labels[i], BS_AUTORADIOBUTTON | (i ? 0 : WS_GROUP));
     SendMessageW(modes_[0], BM_SETCHECK, BST_CHECKED, 0);
     f.Row(L"Log file:");
     wchar_t temp[MAX_PATH] = L"";
     GetTempPathW(MAX_PATH, temp);
     logPath_ = f.Edit(kLogPath, (std::wstring(temp) + L"tavona_demo_errors.log").c_str(), 0);
     f.Row(L"");
-    Button(f, kReport, L"Report", BS_PUSHBUTTON);
-    Button(f, kClearLog, L"Delete log file", BS_PUSHBUTTON);
+    f.Button(kReport, L"Report", BS_PUSHBUTTON);
+    f.Button(kClearLog, L"Delete log file", BS_PUSHBUTTON);
     f.Row(L"Result:");
     result_ = f.ReadOnly(0);
     f.Row(L"Log lines:");

@@ -29,13 +29,6 @@ enum : int {
 
 // A check box row turned into a push button (the form lays out check boxes
 // only).
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 std::wstring Quoted(const std::wstring &s) { return L"\"" + s + L"\""; }
 
 class FilesPage : public demo::Page {
@@ -71,7 +64,7 @@ class FilesPage : public demo::Page {
     file_ = f.Edit(kFile, L"C:\\windows\\win.ini", 0);
     f.Row(L"");
     quiet_ = f.Check(kQuiet, L"Quiet (no message when it cannot be opened)", false);
-    Button(f, kLoad, L"Load");
+    f.Button(kLoad, L"Load");
     f.Row(L"Result:");
     loaded_ = f.ReadOnly(0);
     f.Row(L"Content:");
@@ -82,8 +75,8 @@ class FilesPage : public demo::Page {
     f.Row(L"Picture:");
     picture_ = f.Edit(kPicture, L"", 0);
     f.Row(L"");
-    Button(f, kChoose, L"Choose...");
-    Button(f, kExif, L"Read date");
+    f.Button(kChoose, L"Choose...");
+    f.Button(kExif, L"Read date");
     f.Row(L"Taken on:");
     taken_ = f.ReadOnly(0);
     f.EndGroup();

@@ -31,13 +31,6 @@ const wchar_t kSqlKey[] = L"Software\\Tavona Software\\Dump\\Sql";
 
 // A check box row turned into a push button (the form lays out check boxes
 // only).
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 class IntegrationPage : public demo::Page {
  public:
   explicit IntegrationPage(HWND parent) : Page(parent) {
@@ -47,13 +40,13 @@ class IntegrationPage : public demo::Page {
     f.Row(L"File name:");
     name_ = f.ReadOnly(0);
     f.Row(L"");
-    Button(f, kOpen, L"Open...");
-    Button(f, kSave, L"Save...");
+    f.Button(kOpen, L"Open...");
+    f.Button(kSave, L"Save...");
     f.Note(L"the last name is kept under HKCU\\Software\\Tavona Software\\Demo\\Files");
     f.Row(L"Folder:");
     folder_ = f.ReadOnly(0);
     f.Row(L"");
-    Button(f, kChooseFolder, L"Choose folder...");
+    f.Button(kChooseFolder, L"Choose folder...");
     f.EndGroup();
 
     f.BeginGroup(L"Statement dump (Tavona_DumpSqlStatement, TavonaDumpConfigure)");
@@ -64,8 +57,8 @@ class IntegrationPage : public demo::Page {
                        Tavona_ReadLongFromHKCU(kSqlKey, nullptr, L"DumpBeforePerform", 0) &&
                            Tavona_ReadLongFromHKCU(kSqlKey, nullptr, L"ALL", 0));
     f.Row(L"");
-    Button(f, kDump, L"Dump statement");
-    Button(f, kConfigure, L"Settings...");
+    f.Button(kDump, L"Dump statement");
+    f.Button(kConfigure, L"Settings...");
     f.EndGroup();
 
     f.BeginGroup(L"Mail (Tavona_SendMail)");
@@ -74,7 +67,7 @@ class IntegrationPage : public demo::Page {
     f.Row(L"Subject:");
     subject_ = f.Edit(kSubject, L"Greetings from the demo", 0);
     f.Row(L"");
-    Button(f, kSend, L"Send...");
+    f.Button(kSend, L"Send...");
     f.Note(L"the mail client's compose window opens; without one the error is shown");
     f.EndGroup();
 

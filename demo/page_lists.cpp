@@ -31,13 +31,6 @@ enum : int {
 const wchar_t kDemoKey[] = L"Software\\Tavona Software\\Demo\\Lists";
 const wchar_t kRecentKey[] = L"Software\\Tavona Software\\Demo\\Recent";
 
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 std::wstring TempName(const wchar_t *name) {
   wchar_t dir[MAX_PATH];
   GetTempPathW(MAX_PATH, dir);
@@ -65,14 +58,14 @@ class ListsPage : public demo::Page {
     f.Row(L"List file:");
     file_ = f.Edit(kFile, TempName(L"tavona_demo_list.txt").c_str(), 0);
     f.Row(L"");
-    Button(f, kSave, L"Save to file");
-    Button(f, kLoad, L"Load from file");
-    Button(f, kBuffer, L"Save to buffer");
+    f.Button(kSave, L"Save to file");
+    f.Button(kLoad, L"Load from file");
+    f.Button(kBuffer, L"Save to buffer");
     f.Note(L"the file's first line defines the columns when loading");
     f.Row(L"Rows:");
-    Button(f, kUp, L"Move up");
-    Button(f, kDown, L"Move down");
-    Button(f, kDelete, L"Delete selected");
+    f.Button(kUp, L"Move up");
+    f.Button(kDown, L"Move down");
+    f.Button(kDelete, L"Delete selected");
     f.Row(L"Result:");
     result_ = f.ReadOnly(0);
     f.EndGroup();
@@ -81,7 +74,7 @@ class ListsPage : public demo::Page {
     f.Row(L"Key:");
     key_ = f.Edit(kKey, kDemoKey, 0);
     f.Row(L"");
-    Button(f, kEdit, L"Edit section...");
+    f.Button(kEdit, L"Edit section...");
     editResult_ = f.Note(L"", demo::DuX(200));
     f.EndGroup();
 
@@ -89,8 +82,8 @@ class ListsPage : public demo::Page {
     f.Row(L"Recent files:");
     recent_ = f.List(kRecentBox, 4);
     f.Row(L"");
-    Button(f, kPush, L"Push the list file");
-    Button(f, kMenu, L"Show as menu...");
+    f.Button(kPush, L"Push the list file");
+    f.Button(kMenu, L"Show as menu...");
     f.EndGroup();
     f.Finish();
 

@@ -19,15 +19,6 @@ enum : int {
   kFloatEdit,
 };
 
-// A check box row turned into a push button (the form lays out check
-// boxes only).
-HWND PushButton(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 class NumbersPage : public demo::Page {
  public:
   explicit NumbersPage(HWND parent) : Page(parent) {
@@ -37,7 +28,7 @@ class NumbersPage : public demo::Page {
     intValue_ = f.Edit(kIntValue, L"-1234567", demo::DuX(80));
     f.Row(L"Format:");
     intFormat_ = f.Edit(kIntFormat, L"%T.%BTotal: %E pcs", demo::DuX(160));
-    PushButton(f, kIntEdit, L"Edit...");
+    f.Button(kIntEdit, L"Edit...");
     f.Row(L"Formatted:");
     intOut_ = f.ReadOnly(0);
     f.Row(L"Read back:");
@@ -49,7 +40,7 @@ class NumbersPage : public demo::Page {
     floatValue_ = f.Edit(kFloatValue, L"1234567.891", demo::DuX(80));
     f.Row(L"Format:");
     floatFormat_ = f.Edit(kFloatFormat, L"%T,%D.%F2%B$ ", demo::DuX(160));
-    PushButton(f, kFloatEdit, L"Edit...");
+    f.Button(kFloatEdit, L"Edit...");
     f.Row(L"Formatted:");
     floatOut_ = f.ReadOnly(0);
     f.Row(L"Read back:");

@@ -27,13 +27,6 @@ enum : int {
   kEditDateTime,
 };
 
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 class PrintingPage : public demo::Page {
  public:
   explicit PrintingPage(HWND parent) : Page(parent) {
@@ -42,7 +35,7 @@ class PrintingPage : public demo::Page {
     f.BeginGroup(L"Printers and bins (Tavona_InitPrintersBox, Tavona_InitPrinterBinsBox)");
     f.Row(L"Printer:");
     printers_ = Combo(f, kPrinters, 160);
-    Button(f, kBinInfo, L"Bins of all printers...");
+    f.Button(kBinInfo, L"Bins of all printers...");
     f.Row(L"Bin:");
     bins_ = Combo(f, kBins, 160);
     f.Row(L"Details:");
@@ -57,14 +50,14 @@ class PrintingPage : public demo::Page {
     f.Note(L"x");
     height_ = f.Edit(kHeight, L"297900", demo::DuX(40), ES_NUMBER);
     f.Note(L"thousandths of a millimetre");
-    Button(f, kSelectPaper, L"Select");
+    f.Button(kSelectPaper, L"Select");
     f.EndGroup();
 
     f.BeginGroup(L"Copy list (Tavona_EditCopyList, Tavona_GetTotalCount)");
     f.Row(L"Copy list:");
     copyList_ = f.Edit(kCopyList, L"Original|1|Copy|2|", 0);
     f.Row(L"Copies:");
-    Button(f, kEditCopies, L"Edit...");
+    f.Button(kEditCopies, L"Edit...");
     copies_ = f.Note(L"", 0);
     f.EndGroup();
 
@@ -72,9 +65,9 @@ class PrintingPage : public demo::Page {
     f.Row(L"Format code:");
     format_ = f.Edit(kFormat, L"%W2, %D1. %M4 %Y2 %H2:%U2", 0);
     f.Row(L"");
-    Button(f, kEditDate, L"Date...");
-    Button(f, kEditTime, L"Time...");
-    Button(f, kEditDateTime, L"Date and time...");
+    f.Button(kEditDate, L"Date...");
+    f.Button(kEditTime, L"Time...");
+    f.Button(kEditDateTime, L"Date and time...");
     f.Row(L"Sample:");
     sample_ = f.ReadOnly(0);
     f.EndGroup();

@@ -26,15 +26,6 @@ enum : int {
   kChoose,
 };
 
-// A check box row turned into another kind of button (the form lays out
-// check boxes only).
-HWND Button(demo::Form &f, int id, const wchar_t *text, DWORD style) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | style);
-  SendMessageW(b, BM_SETSTYLE, style, TRUE);
-  return b;
-}
-
 class SettingsPage : public demo::Page {
  public:
   explicit SettingsPage(HWND parent) : Page(parent) {
@@ -52,13 +43,13 @@ class SettingsPage : public demo::Page {
     f.Row(L"Type:");
     const wchar_t *types[] = {L"String", L"Long", L"Hex", L"Bit (mask 1)", L"Colour r,g,b"};
     for (int i = 0; i < 5; ++i)
-      type_[i] = Button(f, kString + i, types[i], BS_AUTORADIOBUTTON | (i ? 0 : WS_GROUP));
+      type_[i] = f.Button(kString + i, types[i], BS_AUTORADIOBUTTON | (i ? 0 : WS_GROUP));
     SendMessageW(type_[1], BM_SETCHECK, BST_CHECKED, 0);
     f.Row(L"Value:");
     value_ = f.Edit(kValue, L"640", 0);
     f.Row(L"");
-    Button(f, kRead, L"Read", BS_PUSHBUTTON);
-    Button(f, kWrite, L"Write", BS_PUSHBUTTON);
+    f.Button(kRead, L"Read", BS_PUSHBUTTON);
+    f.Button(kWrite, L"Write", BS_PUSHBUTTON);
     f.Note(L"hex as 0x1F or 31, colour as r,g,b; a stored text over 24 characters "
            L"is not read (50-character buffer)");
     f.Row(L"Stored text:");
@@ -71,7 +62,7 @@ class SettingsPage : public demo::Page {
 
     f.BeginGroup(L"Colour chooser (Tavona_ColorDialog)");
     f.Row(L"Colour:");
-    Button(f, kChoose, L"Choose...", BS_PUSHBUTTON);
+    f.Button(kChoose, L"Choose...", BS_PUSHBUTTON);
     color_ = f.Note(L"", 0);
     f.EndGroup();
     f.Finish();

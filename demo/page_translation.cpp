@@ -28,13 +28,6 @@ std::wstring TempFile(const wchar_t *name) {
   return std::wstring(dir) + name;
 }
 
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 // The log as lines: single-byte headers and separators, UTF-16LE lines.
 void ShowLog(HWND list, const std::string &bytes) {
   SendMessageW(list, LB_RESETCONTENT, 0, 0);
@@ -82,7 +75,7 @@ class TranslationPage : public demo::Page {
 
     f.BeginGroup(L"Assistance over the library's texts (LTS_OpenAssistance ...)");
     f.Row(L"Assistance:");
-    Button(f, kCollect, L"Collect texts...");
+    f.Button(kCollect, L"Collect texts...");
     f.Note(L"module TAVONADLL; the log becomes a PO template beside it");
     f.Row(L"Log:");
     log_ = f.List(kLog, 10, LBS_NOSEL);

@@ -14,13 +14,6 @@ enum : int { kRunWizard = 100, kBarNotify = WM_APP + 21 };
 const wchar_t kHookName[] = L"DemoBarHook";
 const UINT kActivate = WM_APP + 22, kLeave = WM_APP + 23;
 
-HWND Button(demo::Form &f, int id, const wchar_t *text) {
-  HWND b = f.Check(id, text, false);
-  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | BS_PUSHBUTTON);
-  SendMessageW(b, BM_SETSTYLE, BS_PUSHBUTTON, TRUE);
-  return b;
-}
-
 // The wizard's pages answer through one callback: the first keeps the
 // wizard while its name is empty and decides whether the second is shown.
 INT CALLBACK WizardCallback(WizzardContext *c, UINT page, HWND w, UINT m, WPARAM wp, LPARAM lp) {
@@ -52,7 +45,7 @@ class WindowsPage : public demo::Page {
     f.EndGroup();
     f.BeginGroup(L"Wizard (Wizzard_Perform)");
     f.Row(L"Wizard:");
-    Button(f, kRunWizard, L"Run the wizard...");
+    f.Button(kRunWizard, L"Run the wizard...");
     result_ = f.Note(L"", demo::DuX(120));
     f.EndGroup();
     f.Finish();

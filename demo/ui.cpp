@@ -207,6 +207,13 @@ HWND Form::Check(int id, const wchar_t *text, bool checked) {
   return c;
 }
 
+HWND Form::Button(int id, const wchar_t *text, DWORD style) {
+  HWND b = Check(id, text, false);
+  SetWindowLongPtrW(b, GWL_STYLE, (GetWindowLongPtrW(b, GWL_STYLE) & ~0xFL) | style);
+  SendMessageW(b, BM_SETSTYLE, style, TRUE);
+  return b;
+}
+
 HWND Form::Note(const wchar_t *text, int width) {
   if (width < 0) width = TextWidth(text) + 2;
   return Place(L"STATIC", text, SS_LEFT | SS_NOPREFIX, 0, 0, width, FontHeight(),

@@ -74,6 +74,8 @@ class Form {
   HWND Edit(int id, const wchar_t *text, int width, DWORD style = 0);
   HWND ReadOnly(int width);
   HWND Check(int id, const wchar_t *text, bool checked);
+  // A check box row turned into another kind of button.
+  HWND Button(int id, const wchar_t *text, DWORD style = BS_PUSHBUTTON);
   HWND Note(const wchar_t *text, int width = -1);  // -1: as wide as the text
   HWND List(int id, int visibleRows, DWORD style = 0);
 

@@ -126,7 +126,8 @@ class global_lock {
   T *p_;
 };
 
-// Selects an object into a DC and selects the previous one back at the end.
+// Selects an object into a DC and selects the previous one back on every
+// path, before the object's own owner deletes it: declare the owner first.
 class select_object {
  public:
   select_object(HDC dc, HGDIOBJ o) : dc_(dc), old_(o ? SelectObject(dc, o) : nullptr) {}
@@ -135,22 +136,6 @@ class select_object {
   }
   select_object(const select_object &) = delete;
   select_object &operator=(const select_object &) = delete;
-
- private:
-  HDC dc_;
-  HGDIOBJ old_;
-};
-
-// Selects an object into a DC and puts the previous one back on every path
-// (before the object's own owner deletes it: declare the owner first).
-class selected_object {
- public:
-  selected_object(HDC dc, HGDIOBJ object) : dc_(dc), old_(SelectObject(dc, object)) {}
-  ~selected_object() {
-    if (old_ && old_ != HGDI_ERROR) SelectObject(dc_, old_);
-  }
-  selected_object(const selected_object &) = delete;
-  selected_object &operator=(const selected_object &) = delete;
 
  private:
   HDC dc_;

@@ -225,6 +225,26 @@ struct Buffers {
     title = tv::HeapPtr<WCHAR>(tv::AllocWideChars(UINT(titleChars)));
     return work && dir && filter && title;
   }
+  // The common dialog's record: the file name alone in the work buffer, its
+  // folder as the start, the filter entry and default extension that match
+  // it. Flags are the caller's.
+  OPENFILENAMEW Prepare(const WCHAR *name, int size, WCHAR (&defExt)[kExtChars]) {
+    CopyCut(work.get(), name, size);
+    StripPath(work.get());
+    CopyCut(dir.get(), name, kDirChars);
+    StripFileName(dir.get());
+    OPENFILENAMEW ofn = {};
+    ofn.lStructSize = sizeof ofn;
+    ofn.hwndOwner = GetActiveWindow();
+    ofn.lpstrFilter = filter[0] ? filter.get() : nullptr;
+    ofn.nFilterIndex = MatchFilter(filter.get(), work.get(), defExt);
+    ofn.lpstrFile = work.get();
+    ofn.nMaxFile = DWORD(size);
+    ofn.lpstrInitialDir = dir[0] ? dir.get() : nullptr;
+    ofn.lpstrTitle = title[0] ? title.get() : nullptr;
+    ofn.lpstrDefExt = defExt[0] ? defExt : nullptr;
+    return ofn;
+  }
 };
 
 }  // namespace
@@ -258,23 +278,8 @@ INT WINAPI Tavona_ExtendedFileNameDialog(WCHAR *name, INT size,
   if (!(flags & TAVONA_FND_NOPRESET) && remembered)
     tv::ReadSettingString(root, r.key, r.profile, r.section, r.value, L"", name, size);
 
-  CopyCut(b.work.get(), name, size);
-  StripPath(b.work.get());
-  CopyCut(b.dir.get(), name, kDirChars);
-  StripFileName(b.dir.get());
   WCHAR defExt[kExtChars];
-  DWORD filterIndex = MatchFilter(b.filter.get(), b.work.get(), defExt);
-
-  OPENFILENAMEW ofn = {};
-  ofn.lStructSize = sizeof ofn;
-  ofn.hwndOwner = GetActiveWindow();
-  ofn.lpstrFilter = b.filter[0] ? b.filter.get() : nullptr;
-  ofn.nFilterIndex = filterIndex;
-  ofn.lpstrFile = b.work.get();
-  ofn.nMaxFile = DWORD(size);
-  ofn.lpstrInitialDir = b.dir[0] ? b.dir.get() : nullptr;
-  ofn.lpstrTitle = b.title[0] ? b.title.get() : nullptr;
-  ofn.lpstrDefExt = defExt[0] ? defExt : nullptr;
+  OPENFILENAMEW ofn = b.Prepare(name, size, defExt);
   DWORD common = OFN_EXPLORER | OFN_LONGNAMES | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
   if (flags & TAVONA_FND_SAVE)
     ofn.Flags = common | OFN_SHAREAWARE | OFN_OVERWRITEPROMPT;
@@ -348,23 +353,8 @@ INT FileNameDialog(bool save, WCHAR *name, INT size, HMODULE module, UINT filter
   const bool remembered = !tv::IsBlank(profile) && !tv::IsBlank(section) && !tv::IsBlank(key);
   if (remembered) GetPrivateProfileStringW(section, key, L"", name, DWORD(size), profile);
 
-  CopyCut(b.work.get(), name, size);
-  StripPath(b.work.get());
-  CopyCut(b.dir.get(), name, kDirChars);
-  StripFileName(b.dir.get());
   WCHAR defExt[kExtChars];
-  DWORD filterIndex = MatchFilter(b.filter.get(), b.work.get(), defExt);
-
-  OPENFILENAMEW ofn = {};
-  ofn.lStructSize = sizeof ofn;
-  ofn.hwndOwner = GetActiveWindow();
-  ofn.lpstrFilter = b.filter[0] ? b.filter.get() : nullptr;
-  ofn.nFilterIndex = filterIndex;
-  ofn.lpstrFile = b.work.get();
-  ofn.nMaxFile = DWORD(size);
-  ofn.lpstrInitialDir = b.dir[0] ? b.dir.get() : nullptr;
-  ofn.lpstrTitle = b.title[0] ? b.title.get() : nullptr;
-  ofn.lpstrDefExt = defExt[0] ? defExt : nullptr;
+  OPENFILENAMEW ofn = b.Prepare(name, size, defExt);
   ofn.Flags = flags | OFN_LONGNAMES | OFN_EXPLORER | OFN_SHAREAWARE | OFN_PATHMUSTEXIST |
               OFN_HIDEREADONLY | (save ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
   if (save) ofn.Flags &= ~DWORD(OFN_ALLOWMULTISELECT);
