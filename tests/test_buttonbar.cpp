@@ -20,8 +20,6 @@ namespace {
 constexpr UINT kNotify = WM_APP + 7;
 constexpr COLORREF kBack = RGB(0, 128, 128);
 
-uint32_t Rgb(COLORREF c) { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); }
-
 HMODULE Resources(char lang) {
   static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
                                      LOAD_LIBRARY_AS_DATAFILE);
@@ -38,7 +36,6 @@ class ButtonBar : public ::testing::Test {
     tv::InitPortableGlobals();
     tv::InitSecondGlobals();
     tv::g.instance = GetModuleHandleW(nullptr);
-    tv::g.resources = Resources('e');
     tv::RegisterWindowClasses(tv::g.instance);
   }
   void SetUp() override {
@@ -51,59 +48,44 @@ class ButtonBar : public ::testing::Test {
   }
   void TearDown() override { DestroyWindow(top_); }
 
-  // Buttons 40 x 24 with ids 1..n, captions "B1"...
+  // Buttons width x 24 with ids 1..n, captions "B1"...
   std::vector<HWBUTTON> Fill(int n, int width = 40) {
     std::vector<HWBUTTON> v;
     for (int i = 1; i <= n; ++i) {
-      HWBUTTON b = WButtWind_CreateNewButton(bar_, 1, L"k", nullptr, i, 24, width, 0, nullptr);
-      WButton_SetStringProperty(b, 5, (L"B" + std::to_wstring(i)).c_str());
-      v.push_back(b);
+      v.push_back(WButtWind_CreateNewButton(bar_, 1, L"k", nullptr, i, 24, width, 0, nullptr));
+      WButton_SetStringProperty(v.back(), 5, (L"B" + std::to_wstring(i)).c_str());
     }
     WButtWind_Arrange(bar_);
     return v;
   }
   std::vector<int> Order() {
     std::vector<int> ids;
-    for (HWBUTTON b = WButtWind_FindButton(bar_, nullptr, nullptr, 0, nullptr); b;
-         b = WButtWind_FindButton(bar_, nullptr, nullptr, 0, b))
+    for (HWBUTTON b = nullptr; (b = WButtWind_FindButton(bar_, nullptr, nullptr, 0, b));)
       ids.push_back(int(WButton_GetLongProperty(b, 2)));
     return ids;
   }
   // Notifications the bar posted to the top window since the last call.
   std::vector<LPARAM> Notes() {
     std::vector<LPARAM> notes;
-    MSG m;
-    while (PeekMessageW(&m, top_, kNotify, kNotify, PM_REMOVE)) {
+    for (MSG m; PeekMessageW(&m, top_, kNotify, kNotify, PM_REMOVE);) {
       EXPECT_EQ(m.wParam, 1u);
       notes.push_back(m.lParam);
     }
     return notes;
   }
-  void Click(int x, int y) {
-    SendMessageW(bar_, WM_LBUTTONDOWN, MK_LBUTTON, At(x, y));
-    SendMessageW(bar_, WM_LBUTTONUP, 0, At(x, y));
+  void Mouse(UINT msg, int x, int y) {
+    SendMessageW(bar_, msg, msg == WM_LBUTTONUP ? 0 : MK_LBUTTON, At(x, y));
   }
   HWND top_ = nullptr, bar_ = nullptr;
 };
 
-TEST_F(ButtonBar, WindowAndProperties) {
-  RECT r;
-  GetWindowRect(bar_, &r);
-  MapWindowPoints(nullptr, top_, reinterpret_cast<POINT *>(&r), 2);
-  EXPECT_EQ(r.left, 100);
-  EXPECT_EQ(r.right - r.left, 200);
-  EXPECT_EQ(GetDlgCtrlID(bar_), 133);
-  EXPECT_TRUE(GetWindowLongW(bar_, GWL_STYLE) & WS_CLIPSIBLINGS);
-  WButtWind_SetLongProperty(bar_, 16, 116);
-  EXPECT_EQ(WButtWind_GetLongProperty(bar_, 16), 116);
-  EXPECT_EQ(WButtWind_GetColorProperty(bar_, WBAR_COLOR_BACKGROUND), kBack);
-  // Windows that are no bar, and handles that are no button, do nothing.
+// Windows that are no bar, and handles that are no button, do nothing.
+TEST_F(ButtonBar, OtherWindowsAndHandles) {
   HWND plain = CreateWindowW(L"TAVONA_STATUS_32", L"", WS_CHILD, 0, 0, 5, 5, top_, nullptr,
                              nullptr, nullptr);
   WButtWind_SetLongProperty(plain, 1, 9);
   EXPECT_EQ(WButtWind_GetLongProperty(plain, 1), 0);
   EXPECT_FALSE(WButtWind_CreateNewButton(plain, 1, nullptr, nullptr, 1, 5, 5, 0, nullptr));
-  EXPECT_EQ(WButtWind_CalculateHeight(nullptr, 10), 0);
   EXPECT_EQ(WButtWind_EditProperties(plain), 0);
   DWORD junk[32] = {};
   auto fake = reinterpret_cast<HWBUTTON>(junk);
@@ -118,21 +100,19 @@ TEST_F(ButtonBar, WindowAndProperties) {
 TEST_F(ButtonBar, ClickNotifiesTheParentAndPaintsPressed) {
   std::vector<HWBUTTON> b = Fill(3);
   Notes();
-  SendMessageW(bar_, WM_LBUTTONDOWN, MK_LBUTTON, At(50, 10));
+  Mouse(WM_LBUTTONDOWN, 50, 10);
   EXPECT_EQ(GetCapture(), bar_);
   // Pressed: sunken edge, dark above, light below.
   tvui::Image img = tvui::Capture(bar_);
   EXPECT_EQ(img.At(44, 4), 0x808080u);
   EXPECT_EQ(img.At(83, 27), 0xEFEFEFu);
-  SendMessageW(bar_, WM_LBUTTONUP, 0, At(50, 10));
+  Mouse(WM_LBUTTONUP, 50, 10);
   EXPECT_NE(GetCapture(), bar_);
   EXPECT_EQ(Notes(), std::vector<LPARAM>{reinterpret_cast<LPARAM>(b[1])});
-  img = tvui::Capture(bar_);
-  EXPECT_EQ(img.At(44, 4), 0xEFEFEFu) << "raised again";
+  EXPECT_EQ(tvui::Capture(bar_).At(44, 4), 0xEFEFEFu) << "raised again";
   // An empty place, and an invisible button, notify nothing.
-  Click(150, 100);
   WButtWind_SetButtonsInvisible(bar_, nullptr, nullptr, 3, TRUE);
-  Click(90, 10);
+  for (int x : {150, 90}) Mouse(WM_LBUTTONDOWN, x, 10), Mouse(WM_LBUTTONUP, x, 10);
   EXPECT_TRUE(Notes().empty());
 }
 
@@ -143,33 +123,23 @@ TEST_F(ButtonBar, PaintedStates) {
   WButton_SetLongProperty(b[1], 6, WBUTTON_LATCHED);
   WButton_SetLongProperty(b[2], 6, WBUTTON_INVERTED);
   WButton_SetStringProperty(b[2], 5, nullptr);
-  HWBUTTON swatch = WButtWind_CreateNewButton(bar_, 8, nullptr, nullptr, 6, 24, 40, 0, nullptr);
-  HWBUTTON space = WButtWind_CreateNewButton(bar_, 2, nullptr, nullptr, 7, 24, 40, 0, nullptr);
+  ASSERT_TRUE(WButtWind_CreateNewButton(bar_, 8, nullptr, nullptr, 6, 24, 40, 0, nullptr));
+  ASSERT_TRUE(WButtWind_CreateNewButton(bar_, 2, nullptr, nullptr, 7, 24, 40, 0, nullptr));
   WButtWind_SetColorProperty(bar_, WBAR_COLOR_SECOND, RGB(255, 0, 0));
   ASSERT_TRUE(WButton_LoadBitmapFromResource(b[4], Resources('e'),
                                              MAKEINTRESOURCEW(IDB_WIZARD_DEFAULT)));
   WButtWind_Arrange(bar_);
-  ASSERT_TRUE(swatch && space);
-  tvui::Image img = tvui::Capture(bar_);
-  struct Px {
-    const char *what;
-    int x, y;
-    uint32_t want;
-  } px[] = {
-      {"bar frame, light", 0, 0, 0xEFEFEF},
-      {"bar frame, dark", 399, 59, 0x808080},
-      {"background", 350, 40, Rgb(kBack)},
-      {"raised edge", 4, 4, 0xEFEFEF},
-      {"raised edge", 43, 27, 0x808080},
-      {"face", 24, 16, 0xC0C0C0},
-      {"latched: sunken", 44, 4, 0x808080},
-      {"inverted face", 100, 16, 0x3F3F3F},
-      {"swatch of colour 104", 210, 10, 0xFF0000},
-      {"kind 2 is not painted", 264, 16, Rgb(kBack)},
+  struct Px { const char *what; int x, y; uint32_t want; bool equal; } px[] = {
+      {"bar frame, light", 0, 0, 0xEFEFEF, true},  {"bar frame, dark", 399, 59, 0x808080, true},
+      {"background", 350, 40, 0x008080, true},     {"raised edge", 4, 4, 0xEFEFEF, true},
+      {"raised edge", 43, 27, 0x808080, true},     {"face", 24, 16, 0xC0C0C0, true},
+      {"latched: sunken", 44, 4, 0x808080, true},  {"inverted face", 100, 16, 0x3F3F3F, true},
+      {"swatch of colour 104", 210, 10, 0xFF0000, true},
+      {"kind 2 is not painted", 264, 16, 0x008080, true},
+      {"the picture stretched over the face", 170, 8, 0xC0C0C0, false},
   };
-  for (const Px &p : px) EXPECT_EQ(img.At(p.x, p.y), p.want) << p.what;
-  // The picture is stretched over the face: not the face colour.
-  EXPECT_NE(img.At(170, 8), 0xC0C0C0u);
+  tvui::Image img = tvui::Capture(bar_);
+  for (const Px &p : px) EXPECT_EQ(img.At(p.x, p.y) == p.want, p.equal) << p.what;
   // Edges only for the hot and latched ones; separators in the gap.
   WButtWind_SetLongProperty(bar_, WBAR_EDGE_MODE, 1);
   WButtWind_SetLongProperty(bar_, WBAR_SEPARATORS, 1);
@@ -187,8 +157,7 @@ TEST_F(ButtonBar, PaintedStates) {
 
 TEST_F(ButtonBar, PaintToHdcLeavesOutButtonsBeyondTheRectangleWithProperty15) {
   Fill(3);
-  HDC screen = GetDC(nullptr);
-  HDC mem = CreateCompatibleDC(screen);
+  HDC screen = GetDC(nullptr), mem = CreateCompatibleDC(screen);
   HBITMAP bitmap = CreateCompatibleBitmap(screen, 200, 40);
   ReleaseDC(nullptr, screen);
   HGDIOBJ old = SelectObject(mem, bitmap);
@@ -198,11 +167,9 @@ TEST_F(ButtonBar, PaintToHdcLeavesOutButtonsBeyondTheRectangleWithProperty15) {
     WButtWind_SetLongProperty(bar_, 15, clipped);
     WButtWind_PaintToHdc(bar_, mem, &first, 0, 0);
     EXPECT_EQ(GetPixel(mem, 20, 30), kBack) << clipped;
-    EXPECT_EQ(GetPixel(mem, 48, 8), clipped ? RGB(255, 255, 255) : RGB(192, 192, 192))
-        << clipped;
+    EXPECT_EQ(GetPixel(mem, 48, 8), clipped ? RGB(255, 255, 255) : RGB(192, 192, 192)) << clipped;
   }
-  SelectObject(mem, old);
-  DeleteObject(bitmap);
+  DeleteObject(SelectObject(mem, old));
   DeleteDC(mem);
 }
 
@@ -214,11 +181,9 @@ TEST_F(ButtonBar, ScreenshotsOfTheThreeArrangements) {
   WButtWind_Arrange(bar_);
   tvui::SaveScreenshot(bar_, L"buttonbar_horizontal");
   WButtWind_SetLongProperty(bar_, WBAR_WRAP, 1);
+  EXPECT_EQ(WButtWind_CalculateHeight(bar_, 200), 4 + (4 + 2 * 28) + 24) << "three rows";
   MoveWindow(bar_, 0, 0, 200, WButtWind_CalculateHeight(bar_, 200), TRUE);
   WButtWind_Arrange(bar_);
-  RECT last;
-  GetClientRect(bar_, &last);
-  EXPECT_EQ(last.bottom, 4 + (4 + 2 * 28) + 24) << "three rows";
   tvui::SaveScreenshot(bar_, L"buttonbar_wrapped");
   WButtWind_SetLongProperty(bar_, WBAR_ARRANGEMENT, 2);
   MoveWindow(bar_, 0, 0, WButtWind_CalculateWidth(bar_, 200), 200, TRUE);
@@ -232,12 +197,8 @@ TEST_F(ButtonBar, DragMovesButtonsWithTheirCursors) {
   auto *record = reinterpret_cast<tv::BarRecord *>(GetWindowLongPtrW(bar_, 0));
   HANDLE drop = record->dropCursor, noDrop = record->noDropCursor;
   ASSERT_TRUE(drop && noDrop && drop != noDrop);
-  struct Row {
-    const char *what;
-    int from, to;  // x of the press and of the release
-    int toY;
-    std::vector<int> order;
-  } rows[] = {
+  // x of the press, where the release is, the order after it.
+  struct Row { const char *what; int from, to, toY; std::vector<int> order; } rows[] = {
       {"second onto fourth", 50, 130, 10, {1, 3, 4, 2}},
       {"fourth onto second", 130, 50, 10, {1, 4, 2, 3}},
       {"onto an empty place", 10, 180, 100, {2, 3, 4, 1}},
@@ -247,12 +208,12 @@ TEST_F(ButtonBar, DragMovesButtonsWithTheirCursors) {
     WButtWind_DeleteAllButtons(bar_);
     Fill(4);
     Notes();
-    SendMessageW(bar_, WM_LBUTTONDOWN, MK_LBUTTON, At(r.from, 10));
-    SendMessageW(bar_, WM_MOUSEMOVE, MK_LBUTTON, At(r.from + 20, 12));
+    Mouse(WM_LBUTTONDOWN, r.from, 10);
+    Mouse(WM_MOUSEMOVE, r.from + 20, 12);
     EXPECT_EQ(GetCursor(), drop) << r.what;
-    SendMessageW(bar_, WM_MOUSEMOVE, MK_LBUTTON, At(r.to, r.toY));
+    Mouse(WM_MOUSEMOVE, r.to, r.toY);
     EXPECT_EQ(GetCursor(), r.toY < 200 ? drop : noDrop) << r.what;
-    SendMessageW(bar_, WM_LBUTTONUP, 0, At(r.to, r.toY));
+    Mouse(WM_LBUTTONUP, r.to, r.toY);
     EXPECT_EQ(Order(), r.order) << r.what;
     EXPECT_TRUE(Notes().empty()) << r.what << ": a drag is no click";
     EXPECT_NE(GetCursor(), drop) << r.what;
@@ -262,12 +223,6 @@ TEST_F(ButtonBar, DragMovesButtonsWithTheirCursors) {
 TEST_F(ButtonBar, HoverShowsThePopupText) {
   std::vector<HWBUTTON> b = Fill(2);
   WButton_SetStringProperty(b[1], 4, L"Prints the page");
-  WCHAR text[100], expected[100];
-  ASSERT_TRUE(WButton_LoadPopupTextFromResource(b[0], IDS_ESTIMATED_TIME, nullptr));
-  WButton_GetStringProperty(b[0], 4, text, 100);
-  LoadStringW(tv::g.resources, IDS_ESTIMATED_TIME, expected, 100);
-  EXPECT_STREQ(text, expected);
-  WButton_SetStringProperty(b[0], 4, nullptr);
   auto popup = [] { return FindWindowW(L"TAVONA_POPUP_32", nullptr); };
   SendMessageW(bar_, WM_MOUSEMOVE, 0, At(10, 10));
   EXPECT_FALSE(popup());
@@ -279,74 +234,71 @@ TEST_F(ButtonBar, HoverShowsThePopupText) {
   GetWindowRect(bar_, &br);
   EXPECT_EQ(pr.left, br.left + 44) << "below the button";
   EXPECT_EQ(pr.top, br.top + 28 + 2);
-  SendMessageW(bar_, WM_LBUTTONDOWN, MK_LBUTTON, At(50, 10));
+  Mouse(WM_LBUTTONDOWN, 50, 10);
   EXPECT_FALSE(IsWindow(p)) << "a press closes it";
-  SendMessageW(bar_, WM_LBUTTONUP, 0, At(50, 10));
+  Mouse(WM_LBUTTONUP, 50, 10);
 }
 
 TEST_F(ButtonBar, CommandsOfTheContextMenu) {
   std::vector<HWBUTTON> b = Fill(3, 30);
-  SendMessageW(bar_, WM_MOUSEMOVE, 0, At(40, 10));  // the second is hot
-  SendMessageW(bar_, WM_COMMAND, IDM_BAR_DELETE, 0);
-  EXPECT_EQ(Order(), (std::vector<int>{1, 3}));
-  SendMessageW(bar_, WM_COMMAND, IDM_BAR_NEW_BUTTON, 0);
-  HWBUTTON added = WButtWind_FindButton(bar_, nullptr, nullptr, 0, b[2]);
-  ASSERT_TRUE(added);
-  EXPECT_EQ(WButton_GetLongProperty(added, 2), 0);
-  WCHAR name[4] = L"x";
-  WButton_GetStringProperty(added, 1, name, 4);
-  EXPECT_STREQ(name, L"");
+  auto command = [&](UINT id) { SendMessageW(bar_, WM_COMMAND, id, 0); };
   auto rect = [](HWBUTTON h) {
     const tv::BarRect &r = reinterpret_cast<tv::BarButton *>(h)->rect;
     return std::to_string(r.left) + "," + std::to_string(r.top) + "," +
            std::to_string(r.right) + "," + std::to_string(r.bottom);
   };
+  SendMessageW(bar_, WM_MOUSEMOVE, 0, At(40, 10));  // the second is hot
+  command(IDM_BAR_DELETE);
+  EXPECT_EQ(Order(), (std::vector<int>{1, 3}));
+  command(IDM_BAR_NEW_BUTTON);
+  HWBUTTON added = WButtWind_FindButton(bar_, nullptr, nullptr, 0, b[2]);
+  ASSERT_TRUE(added);
+  WCHAR name[4] = L"x";
+  WButton_GetStringProperty(added, 1, name, 4);
+  EXPECT_STREQ(name, L"");
   EXPECT_EQ(rect(added), "64,4,94,28") << "the first button's size, laid out";
   // Kept as it stands: the space takes the first button's rectangle and
   // nothing is laid out.
-  SendMessageW(bar_, WM_COMMAND, IDM_BAR_NEW_SPACE, 0);
+  command(IDM_BAR_NEW_SPACE);
   EXPECT_EQ(Order(), (std::vector<int>{1, 3, 0, 0}));
-  HWBUTTON space = WButtWind_FindButton(bar_, nullptr, nullptr, 0, added);
-  EXPECT_EQ(rect(space), "4,4,34,28");
+  EXPECT_EQ(rect(WButtWind_FindButton(bar_, nullptr, nullptr, 0, added)), "4,4,34,28");
   int edge = WButtWind_GetLongProperty(bar_, WBAR_EDGE_MODE);
-  SendMessageW(bar_, WM_COMMAND, IDM_BAR_EDGES, 0);
+  command(IDM_BAR_EDGES);
   EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_EDGE_MODE), edge == 1 ? 2 : 1);
-  SendMessageW(bar_, WM_COMMAND, IDM_BAR_SWITCH, 0);
+  command(IDM_BAR_SWITCH);
   EXPECT_EQ(WButtWind_GetLongProperty(bar_, 12), 0);
-  SendMessageW(bar_, WM_COMMAND, IDM_BAR_WRAP, 0);
+  command(IDM_BAR_WRAP);
   EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_WRAP), 1);
 }
 
-// The menu through the right button, read and answered by keyboard.
-void MenuRun(HWND bar, char lang, bool onButton, int downs, const wchar_t *shot) {
-  tv::g.resources = Resources(lang);
-  tvui::RunModal([&] { SendMessageW(bar, WM_RBUTTONUP, 0, onButton ? At(10, 10) : At(150, 150)); },
-                 [&](tvui::Session &s) {
-                   HWND menu = s.WaitWindow(
-                       [](HWND h) {
-                         WCHAR cls[16];
-                         GetClassNameW(h, cls, 16);
-                         return lstrcmpW(cls, L"#32768") == 0 && IsWindowVisible(h);
-                       },
-                       L"the context menu");
-                   Sleep(200);
-                   s.Screenshot(menu, shot);
-                   for (int i = 0; i < downs; ++i) PostMessageW(menu, WM_KEYDOWN, VK_DOWN, 0);
-                   PostMessageW(menu, WM_KEYDOWN, downs ? VK_RETURN : VK_ESCAPE, 0);
-                   s.WaitClosed(menu);
-                 });
-}
-
+// The menus through the right button, read and answered by keyboard. The
+// last item of the empty-place menu is "wrap", the sixth below the separator
+// that the keyboard skips.
 TEST_F(ButtonBar, ContextMenusInBothLanguages) {
   Fill(2);
-  // The last item of the empty-place menu is "wrap", the sixth below the
-  // separator that the keyboard skips.
-  MenuRun(bar_, 'e', false, 6, L"buttonbar_menu_empty_en");
-  EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_WRAP), 1);
-  MenuRun(bar_, 'd', false, 6, L"buttonbar_menu_empty_de");
-  EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_WRAP), 0);
-  MenuRun(bar_, 'e', true, 0, L"buttonbar_menu_button_en");
-  MenuRun(bar_, 'd', true, 0, L"buttonbar_menu_button_de");
+  struct Row { char lang; bool onButton; int downs, wrap; const wchar_t *shot; } rows[] = {{'e', false, 6, 1, L"buttonbar_menu_empty_en"},
+              {'d', false, 6, 0, L"buttonbar_menu_empty_de"},
+              {'e', true, 0, 0, L"buttonbar_menu_button_en"},
+              {'d', true, 0, 0, L"buttonbar_menu_button_de"}};
+  for (const Row &r : rows) {
+    tv::g.resources = Resources(r.lang);
+    tvui::RunModal([&] { SendMessageW(bar_, WM_RBUTTONUP, 0, r.onButton ? At(10, 10) : At(150, 150)); },
+                   [&](tvui::Session &s) {
+                     HWND menu = s.WaitWindow(
+                         [](HWND h) {
+                           WCHAR cls[16];
+                           GetClassNameW(h, cls, 16);
+                           return lstrcmpW(cls, L"#32768") == 0 && IsWindowVisible(h);
+                         },
+                         L"the context menu");
+                     Sleep(200);
+                     s.Screenshot(menu, r.shot);
+                     for (int i = 0; i < r.downs; ++i) PostMessageW(menu, WM_KEYDOWN, VK_DOWN, 0);
+                     PostMessageW(menu, WM_KEYDOWN, r.downs ? VK_RETURN : VK_ESCAPE, 0);
+                     s.WaitClosed(menu);
+                   });
+    EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_WRAP), r.wrap) << Narrow(r.shot);
+  }
   WButtWind_SetLongProperty(bar_, WBAR_CONTEXT_MENU, 0);
   SendMessageW(bar_, WM_RBUTTONUP, 0, At(10, 10));  // no menu, no wait
 }
@@ -356,15 +308,18 @@ TEST_F(ButtonBar, PropertyDialogsAndEditProp) {
   for (char lang : {'e', 'd'}) {
     tv::g.resources = Resources(lang);
     std::wstring suffix = lang == 'e' ? L"_en" : L"_de";
-    int r = tvui::RunModal([&] { return WButtWind_EditProperties(bar_); },
-                           [&](tvui::Session &s) {
-                             HWND d = s.WaitAnyDialog();
-                             s.Screenshot(d, L"buttonbar_properties" + suffix);
-                             s.SetText(d, IDC_BAR_MARGIN, L"10");
-                             s.Check(d, IDC_BAR_VERTICAL);
-                             s.Click(d, IDOK);
-                           });
-    EXPECT_EQ(r, 1);
+    auto dialog = [&](const wchar_t *shot, int field, const wchar_t *text, int check) {
+      return [=](tvui::Session &s) {
+        HWND d = s.WaitAnyDialog();
+        s.Screenshot(d, shot + suffix);
+        s.SetText(d, field, text);
+        s.Check(d, check);
+        s.Click(d, IDOK);
+      };
+    };
+    EXPECT_EQ(tvui::RunModal([&] { return WButtWind_EditProperties(bar_); },
+                             dialog(L"buttonbar_properties", IDC_BAR_MARGIN, L"10", IDC_BAR_VERTICAL)),
+              1);
     EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_MARGIN), 10);
     EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_ARRANGEMENT), 2);
     WButtWind_SetLongProperty(bar_, WBAR_ARRANGEMENT, 1);
@@ -372,13 +327,7 @@ TEST_F(ButtonBar, PropertyDialogsAndEditProp) {
     WButtWind_Arrange(bar_);
     SendMessageW(bar_, WM_MOUSEMOVE, 0, At(10, 10));
     tvui::RunModal([&] { SendMessageW(bar_, WM_COMMAND, IDM_BAR_BUTTON_PROPERTIES, 0); },
-                   [&](tvui::Session &s) {
-                     HWND d = s.WaitAnyDialog();
-                     s.Screenshot(d, L"buttonbar_button" + suffix);
-                     s.SetText(d, IDC_BUTTON_CAPTION, L"Neu");
-                     s.Check(d, IDC_BUTTON_LATCHED);
-                     s.Click(d, IDOK);
-                   });
+                   dialog(L"buttonbar_button", IDC_BUTTON_CAPTION, L"Neu", IDC_BUTTON_LATCHED));
     WCHAR caption[8];
     WButton_GetStringProperty(b[0], 5, caption, 8);
     EXPECT_STREQ(caption, L"Neu");
@@ -386,18 +335,19 @@ TEST_F(ButtonBar, PropertyDialogsAndEditProp) {
     WButton_SetLongProperty(b[0], 6, 0);
   }
   // A double click on an empty place: the box as it stands.
-  tvui::RunModal([&] { SendMessageW(bar_, WM_LBUTTONDBLCLK, MK_LBUTTON, At(150, 150)); },
+  tvui::RunModal([&] { Mouse(WM_LBUTTONDBLCLK, 150, 150); },
                  [&](tvui::Session &s) {
                    tvui::Box box = s.WaitMessageBox(L"EDIT PROP");
                    EXPECT_EQ(box.text, L"EDIT PROP");
                    s.Answer(box, IDOK);
                  });
   WButtWind_SetLongProperty(bar_, 14, 0);
-  SendMessageW(bar_, WM_LBUTTONDBLCLK, MK_LBUTTON, At(150, 150));
-  SendMessageW(bar_, WM_LBUTTONUP, 0, At(150, 150));
+  Mouse(WM_LBUTTONDBLCLK, 150, 150);
+  Mouse(WM_LBUTTONUP, 150, 150);
 }
 
-TEST_F(ButtonBar, ChildWindowsAndOddInput) {
+// A child window placed on its button; a long caption paints.
+TEST_F(ButtonBar, ChildWindowsAndLongCaptions) {
   std::vector<HWBUTTON> b = Fill(2);
   HWND child = CreateWindowW(L"EDIT", L"", WS_CHILD | WS_VISIBLE, 0, 0, 5, 5, bar_, nullptr,
                              nullptr, nullptr);
@@ -408,56 +358,37 @@ TEST_F(ButtonBar, ChildWindowsAndOddInput) {
   MapWindowPoints(nullptr, bar_, reinterpret_cast<POINT *>(&r), 2);
   EXPECT_EQ(r.left, 44);
   EXPECT_EQ(r.bottom - r.top, 17);
-  // Long captions, no buttons, many buttons: no crash, sizes as stated.
   WButton_SetStringProperty(b[0], 5, std::wstring(10000, L'W').c_str());
   WButtWind_Repaint(bar_);
   UpdateWindow(bar_);
-  WButtWind_DeleteAllButtons(bar_);
-  EXPECT_EQ(WButtWind_CalculateHeight(bar_, 200), 8);
-  EXPECT_EQ(WButtWind_CalculateWidth(bar_, 200), 9);
-  for (int i = 0; i < 10000; ++i)
-    WButtWind_CreateNewButton(bar_, 1, nullptr, nullptr, i, 10, 10, 0, nullptr);
-  WButtWind_SetLongProperty(bar_, WBAR_WRAP, 1);
-  WButtWind_Arrange(bar_);
-  WButtWind_Repaint(bar_);
-  UpdateWindow(bar_);
-  EXPECT_GT(WButtWind_CalculateHeight(bar_, 200), 10000 / 20 * 14);
 }
 
 TEST_F(ButtonBar, NoHandlesLeftAfterAThousandBars) {
-  HANDLE self = GetCurrentProcess();
-  auto cycle = [&] {
-    HWND bar = WButtWind_CreateWindow(top_, top_, kNotify);
-    HWBUTTON b = WButtWind_CreateNewButton(bar, 1, L"k", L"n", 1, 20, 20, 0, nullptr);
-    WButton_LoadBitmapFromResource(b, Resources('e'), MAKEINTRESOURCEW(IDB_WIZARD_DEFAULT));
-    WButton_SetStringProperty(b, 5, L"x");
-    UpdateWindow(bar);
-    WButtWind_DestroyWindow(bar);
-    return bar;
-  };
-  auto children = [&] {
+  auto counts = [&] {
     int n = 0;
     EnumChildWindows(top_, [](HWND, LPARAM p) { return ++*reinterpret_cast<int *>(p), TRUE; },
                      reinterpret_cast<LPARAM>(&n));
-    return n;
+    return std::vector<DWORD>{DWORD(n), GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS),
+                              GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)};
   };
-  cycle();
-  DWORD gdi = GetGuiResources(self, GR_GDIOBJECTS), user = GetGuiResources(self, GR_USEROBJECTS);
-  int windows = children();
-  for (int i = 0; i < 1000; ++i) cycle();
-  EXPECT_EQ(children(), windows);
-  EXPECT_EQ(GetGuiResources(self, GR_GDIOBJECTS), gdi);
-  EXPECT_EQ(GetGuiResources(self, GR_USEROBJECTS), user);
-  // Wine answers the counts with 0: there the witnesses are the bitmaps,
-  // the replaced one and the last, which must be gone.
-  HWND bar = WButtWind_CreateWindow(top_, top_, kNotify);
-  HWBUTTON b = WButtWind_CreateNewButton(bar, 1, nullptr, nullptr, 1, 20, 20, 0, nullptr);
-  HGDIOBJ bitmaps[2];
-  for (HGDIOBJ &h : bitmaps) {
-    WButton_LoadBitmapFromResource(b, Resources('e'), MAKEINTRESOURCEW(IDB_WIZARD_DEFAULT));
-    h = reinterpret_cast<tv::BarButton *>(b)->bitmap;
+  // The first bar loads what stays; every later one must give all back.
+  // Wine answers the resource counts with 0: there the witnesses are the
+  // bitmaps of the last bar, the replaced one and the last, which must go.
+  std::vector<DWORD> before;
+  HGDIOBJ bitmaps[2] = {};
+  for (int i = 0; i <= 1000; ++i) {
+    if (i == 1) before = counts();
+    HWND bar = WButtWind_CreateWindow(top_, top_, kNotify);
+    HWBUTTON b = WButtWind_CreateNewButton(bar, 1, L"k", L"n", 1, 20, 20, 0, nullptr);
+    for (HGDIOBJ &h : bitmaps) {
+      WButton_LoadBitmapFromResource(b, Resources('e'), MAKEINTRESOURCEW(IDB_WIZARD_DEFAULT));
+      h = reinterpret_cast<tv::BarButton *>(b)->bitmap;
+    }
+    WButton_SetStringProperty(b, 5, L"x");
+    UpdateWindow(bar);
+    WButtWind_DestroyWindow(bar);
   }
-  WButtWind_DestroyWindow(bar);
+  EXPECT_EQ(counts(), before) << "child windows, GDI objects, USER objects";
   BITMAP bm;
   for (HGDIOBJ h : bitmaps) EXPECT_EQ(GetObjectW(h, sizeof bm, &bm), 0);
 }

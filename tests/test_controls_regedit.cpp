@@ -19,32 +19,25 @@ namespace {
 const wchar_t kKey[] = L"Software\\Tavona Software\\Tests\\RegEdit";
 const wchar_t kRecent[] = L"Software\\Tavona Software\\Tests\\Recent";
 
-
 void SetValue(const wchar_t *key, const wchar_t *name, const std::wstring &data) {
   RegSetKeyValueW(HKEY_CURRENT_USER, key, name, REG_SZ, data.c_str(),
                   DWORD((data.size() + 1) * sizeof(wchar_t)));
 }
 
-// Every value of the key as "name=data;" read with RegGetValueW.
+// Every value of the key as "name=data;", sorted by name.
 std::wstring ReadKey(const wchar_t *key) {
-  std::wstring out;
   HKEY k;
   if (RegOpenKeyExW(HKEY_CURRENT_USER, key, 0, KEY_READ, &k) != 0) return L"(no key)";
-  std::vector<std::wstring> names;
-  for (DWORD i = 0;; ++i) {
-    wchar_t name[300];
-    DWORD len = 300;
-    if (RegEnumValueW(k, i, name, &len, nullptr, nullptr, nullptr, nullptr) != 0) break;
-    names.push_back(name);
-  }
+  std::vector<std::wstring> values;
+  wchar_t name[300], data[600];
+  for (DWORD i = 0, len = 300, bytes = sizeof data;
+       RegEnumValueW(k, i, name, &len, nullptr, nullptr, LPBYTE(data), &bytes) == 0;
+       ++i, len = 300, bytes = sizeof data)
+    values.push_back(std::wstring(name) + L"=" + data + L";");
   RegCloseKey(k);
-  std::sort(names.begin(), names.end());
-  for (const auto &n : names) {
-    wchar_t data[600] = {};
-    DWORD bytes = sizeof data;
-    RegGetValueW(HKEY_CURRENT_USER, key, n.c_str(), RRF_RT_REG_SZ, nullptr, data, &bytes);
-    out += n + L"=" + data + L";";
-  }
+  std::sort(values.begin(), values.end());
+  std::wstring out;
+  for (const auto &v : values) out += v;
   return out;
 }
 
@@ -56,9 +49,7 @@ std::wstring Rows(tvui::Session &s, HWND list) {
     for (int c = 0; c < 2; ++c) {
       wchar_t text[300] = {};
       LVITEMW item = {};
-      item.iSubItem = c;
-      item.pszText = text;
-      item.cchTextMax = 300;
+      item.iSubItem = c, item.pszText = text, item.cchTextMax = 300;
       s.Send(list, LVM_GETITEMTEXTW, r, LPARAM(&item));
       out += std::wstring(text) + (c ? L";" : L"=");
     }
@@ -75,8 +66,7 @@ void WaitRows(tvui::Session &s, HWND list, const std::wstring &expected, int lin
 
 void SelectRow(tvui::Session &s, HWND list, int row) {
   LVITEMW item = {};
-  item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-  item.state = LVIS_SELECTED | LVIS_FOCUSED;
+  item.stateMask = item.state = LVIS_SELECTED | LVIS_FOCUSED;
   s.Send(list, LVM_SETITEMSTATE, row, LPARAM(&item));
 }
 
@@ -111,8 +101,8 @@ void AddEntry(tvui::Session &s, HWND editor, const wchar_t *caption, const wchar
   s.Click(editor, IDC_REGEDIT_ADD);
   HWND add = s.WaitDialog(caption);
   if (shot) {
-    EXPECT_EQ(s.Text(add, IDC_REGEDIT_NAME_LABEL), GermanRun() ? L"Wertname" : L"Setting");
-    EXPECT_EQ(s.Text(add, IDC_REGEDIT_DATA_LABEL), GermanRun() ? L"Inhalt" : L"Contents");
+    EXPECT_EQ(s.Text(add, IDC_REGEDIT_NAME_LABEL), Pick(L"Setting", L"Wertname"));
+    EXPECT_EQ(s.Text(add, IDC_REGEDIT_DATA_LABEL), Pick(L"Contents", L"Inhalt"));
     s.Screenshot(add, Shot(L"regedit_add"));
     // An empty name is refused with message 1386; the dialog stays.
     s.Click(add, IDOK);
@@ -131,12 +121,10 @@ class RegEdit : public ::testing::Test {
  protected:
   void SetUp() override {
     RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
-    SetValue(kKey, L"A", L"1");
-    SetValue(kKey, L"B", L"2");
-    SetValue(kKey, L"C", L"3");
+    for (const wchar_t *v : {L"A1", L"B2", L"C3"}) SetValue(kKey, std::wstring(v, 1).c_str(), v + 1);
   }
   void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
-  const wchar_t *columns_ = GermanRun() ? L"Wertname|120|Inhalt|200" : L"Setting|120|Contents|200";
+  const wchar_t *columns_ = Pick(L"Setting|120|Contents|200", L"Wertname|120|Inhalt|200");
 };
 
 // Delete, add (a second B: the later write wins), then OK writes exactly
@@ -174,8 +162,8 @@ TEST_F(RegEdit, ChangesWrittenOnOk) {
 // The template's own caption; Defaults then Cancel leaves the key; the
 // context menu appears only with a selection.
 TEST_F(RegEdit, CancelDefaultsAndMenu) {
-  const wchar_t *caption = GermanRun() ? L"Einstellungen bearbeiten" : L"Edit Settings";
-  const wchar_t *addCaption = GermanRun() ? L"Eintrag hinzufügen" : L"Add Entry";
+  const wchar_t *caption = Pick(L"Edit Settings", L"Einstellungen bearbeiten");
+  const wchar_t *addCaption = Pick(L"Add Entry", L"Eintrag hinzufügen");
   int rc = tvui::RunModal(
       [&] {
         return Tavona_EditRegistrySection(nullptr, HKEY_CURRENT_USER, kKey, nullptr, columns_,
@@ -259,10 +247,7 @@ class RecentFiles : public ::testing::Test {
 };
 
 TEST_F(RecentFiles, PushOrderAndLimits) {
-  struct Step {
-    const wchar_t *push;
-    const wchar_t *list;
-  } steps[] = {
+  struct Step { const wchar_t *push, *list; } steps[] = {
       {L"A", L"A"},
       {L"B", L"B,A"},
       {L"A", L"A,B"},
@@ -280,15 +265,13 @@ TEST_F(RecentFiles, PushOrderAndLimits) {
   EXPECT_EQ(Entry(0), L"f20");
   EXPECT_EQ(Entry(19), L"f1");
   EXPECT_EQ(Entry(20), L"");
-  Tavona_PushRecentListFile(L"", L"x");  // no key: nothing
 }
 
 // deliberate: an entry of 128 characters or more ends the list read back
 TEST_F(RecentFiles, LongEntryDropsTheOlderOnes) {
-  SetValue(kRecent, L"F01", L"one");
-  SetValue(kRecent, L"F02", L"two");
-  SetValue(kRecent, L"F03", std::wstring(130, L'x'));
-  SetValue(kRecent, L"F04", L"four");
+  for (auto [name, data] : {std::pair(L"F01", std::wstring(L"one")), {L"F02", L"two"},
+                            {L"F03", std::wstring(130, L'x')}, {L"F04", L"four"}})
+    SetValue(kRecent, name, data);
   Tavona_PushRecentListFile(kRecent, L"new");
   EXPECT_EQ(ReadKey(kRecent), L"F01=new;F02=one;F03=two;");
 
@@ -306,10 +289,10 @@ TEST_F(RecentFiles, LongEntryDropsTheOlderOnes) {
   EXPECT_EQ(Entry(2), L"file3");
 
   // Reading takes size bytes: a 6-character buffer holds 2 characters.
-  wchar_t small[6] = L"dflt";
-  Tavona_GetRecentListFile(kRecent, 0, small, 6);
-  EXPECT_STREQ(small, L"");
-  Tavona_GetRecentListFile(kRecent, 0, nullptr, 6);
+  GuardedBuffer<wchar_t> small(6, L"dflt");
+  Tavona_GetRecentListFile(kRecent, 0, small.data(), 6);
+  EXPECT_EQ(small.Text(), L"");
+  EXPECT_TRUE(small.Intact());
 }
 
 TEST_F(RecentFiles, BoxesAndMenus) {
@@ -327,8 +310,7 @@ TEST_F(RecentFiles, BoxesAndMenus) {
   DestroyWindow(combo);
 
   HMENU menu = CreatePopupMenu();
-  for (int i = 0; i < 9; ++i)
-    AppendMenuW(menu, MF_STRING, 100 + i, (L"item " + std::to_wstring(i)).c_str());
+  for (int i = 0; i < 9; ++i) AppendMenuW(menu, MF_STRING, 100 + i, (L"item " + std::to_wstring(i)).c_str());
   auto dump = [&] {
     std::wstring out;
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
@@ -339,18 +321,17 @@ TEST_F(RecentFiles, BoxesAndMenus) {
     return out;
   };
   EXPECT_EQ(Tavona_AppendRecentListToMenuExt(menu, kRecent, 5, 500, 2, 0, 0, 0), 2);
-  EXPECT_EQ(dump(), L"100:item 0;101:item 1;102:item 2;103:item 3;104:item 4;0:;"
-                    L"500:&1:  C:\\a.txt;501:&2:  C:\\b.txt;");
+  const std::wstring five = L"100:item 0;101:item 1;102:item 2;103:item 3;104:item 4;0:;"
+                           L"500:&1:  C:\\a.txt;501:&2:  C:\\b.txt;";
+  EXPECT_EQ(dump(), five);
   // Replaced on every update; a missing file is listed as it is.
   EXPECT_EQ(Tavona_AppendRecentListToMenu(menu, kRecent, 5, 500, 9, 0), 1);
-  EXPECT_EQ(dump(), L"100:item 0;101:item 1;102:item 2;103:item 3;104:item 4;0:;"
-                    L"500:&1:  C:\\a.txt;501:&2:  C:\\b.txt;502:&3:  Z:\\gone\\no longer there.txt;");
+  EXPECT_EQ(dump(), five + L"502:&3:  Z:\\gone\\no longer there.txt;");
   EXPECT_EQ(Tavona_AppendRecentListToMenuExt(menu, kRecent, 2, 500, 0, 0, 0, 0), 1);
   EXPECT_EQ(dump(), L"100:item 0;101:item 1;0:;");
   EXPECT_EQ(Tavona_AppendRecentListToMenuExt(menu, kRecent, 1, 700, 3, 5, 0, 0), 3);
   EXPECT_EQ(GetMenuItemCount(menu), 5);
   DestroyMenu(menu);
-  EXPECT_EQ(Tavona_AppendRecentListToMenu(nullptr, kRecent, 0, 1, 3, 0), 0);
 }
 
 // A File menu with the recent files, open, for the screenshot.
@@ -358,14 +339,13 @@ TEST_F(RecentFiles, MenuScreenshot) {
   Tavona_PushRecentListFile(kRecent, L"C:\\Reports\\2026\\November.txt");
   Tavona_PushRecentListFile(kRecent, L"D:\\Lists\\Customers.lst");
   Tavona_PushRecentListFile(kRecent, L"C:\\Users\\Public\\Notes.txt");
-  bool de = GermanRun();
   HMENU menu = CreatePopupMenu();
-  AppendMenuW(menu, MF_STRING, 10, de ? L"&Öffnen...\tStrg+O" : L"&Open...\tCtrl+O");
-  AppendMenuW(menu, MF_STRING, 11, de ? L"&Speichern\tStrg+S" : L"&Save\tCtrl+S");
-  AppendMenuW(menu, MF_STRING, 12, de ? L"&Beenden" : L"E&xit");
+  AppendMenuW(menu, MF_STRING, 10, Pick(L"&Open...\tCtrl+O", L"&Öffnen...\tStrg+O"));
+  AppendMenuW(menu, MF_STRING, 11, Pick(L"&Save\tCtrl+S", L"&Speichern\tStrg+S"));
+  AppendMenuW(menu, MF_STRING, 12, Pick(L"E&xit", L"&Beenden"));
   Tavona_AppendRecentListToMenu(menu, kRecent, 2, 1000, 4, 0);
   AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
-  AppendMenuW(menu, MF_STRING, 12, de ? L"&Beenden" : L"E&xit");
+  AppendMenuW(menu, MF_STRING, 12, Pick(L"E&xit", L"&Beenden"));
   HWND owner = CreateWindowW(L"STATIC", L"owner", WS_POPUP | WS_VISIBLE, 0, 0, 10, 10, nullptr,
                              nullptr, nullptr, nullptr);
   int chosen = tvui::RunModal(
