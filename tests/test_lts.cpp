@@ -454,15 +454,9 @@ std::string Translate(std::string po, const std::map<std::string, std::string> &
 }
 
 INT_PTR CALLBACK TranslatingProc(HWND dlg, UINT m, WPARAM wp, LPARAM) {
-  if (m == WM_INITDIALOG) {
-    LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
-    return TRUE;
-  }
-  if (m == WM_COMMAND && (LOWORD(wp) == IDOK || LOWORD(wp) == IDCANCEL)) {
-    EndDialog(dlg, LOWORD(wp));
-    return TRUE;
-  }
-  return FALSE;
+  if (m == WM_INITDIALOG) LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
+  if (m == WM_COMMAND && (LOWORD(wp) == IDOK || LOWORD(wp) == IDCANCEL)) EndDialog(dlg, LOWORD(wp));
+  return m == WM_INITDIALOG || m == WM_COMMAND;
 }
 
 // Log -> template -> a German catalog -> the catalog provider -> the test
@@ -477,32 +471,29 @@ TEST_F(Lts, GettextRoundTrip) {
   g_capturedReports.clear();
   EXPECT_EQ(Tavona_LtsExportCatalog(log.c_str(), pot.c_str(), L"EXAMPLE"), 23);
   std::string german = Translate(ReadBytes(pot), {{"Test Settings", "Testeinstellungen"},
-                                                  {"Save on exit", "Beim Beenden \\\"sichern\\\""},
-                                                  {"&OK", "&Jawohl"},
-                                                  {"Cancel", "Abbrechen"},
-                                                  {"Options", "Optionen"},
-                                                  {"C:\\\\dir", "C:\\\\Verzeichnis"},
-                                                  {"&File", "&Datei"}});
+      {"Save on exit", "Beim Beenden \\\"sichern\\\""}, {"&OK", "&Jawohl"}, {"Cancel", "Abbrechen"},
+      {"Options", "Optionen"}, {"C:\\\\dir", "C:\\\\Verzeichnis"}, {"&File", "&Datei"}});
   WriteBytes(po, german);
   EXPECT_EQ(Tavona_LtsLoadCatalog(po.c_str()), 9);  // "&OK" and "Cancel" twice
   int rc = tvui::RunModal([&] {
     return DialogBoxParamW(Self(), MAKEINTRESOURCEW(IDD_TEST_SETTINGS), owner_, TranslatingProc, 0);
   }, [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(L"Testeinstellungen");
-    EXPECT_EQ(s.Text(dlg, IDC_TEST_CHECK), L"Beim Beenden \"sichern\"");
-    EXPECT_EQ(s.Text(dlg, IDC_TEST_GROUP), L"Optionen");
-    EXPECT_EQ(s.Text(dlg, IDOK), L"&Jawohl");
-    EXPECT_EQ(s.Text(dlg, IDCANCEL), L"Abbrechen");
+    for (auto [id, text] : {std::pair{IDC_TEST_CHECK, L"Beim Beenden \"sichern\""}, {IDC_TEST_GROUP, L"Optionen"},
+                            {IDOK, L"&Jawohl"}, {IDCANCEL, L"Abbrechen"}})
+      EXPECT_EQ(s.Text(dlg, id), text);
     s.Screenshot(dlg, L"lts_catalog_dialog");
     s.Click(dlg, IDOK);
   });
   EXPECT_EQ(rc, IDOK);
-  wchar_t text[100] = L"C:\\dir";
-  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
-  EXPECT_EQ(Narrow(text), "C:\\Verzeichnis");
-  wcscpy(text, L"D:\\untranslated");
-  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
-  EXPECT_EQ(Narrow(text), "D:\\untranslated");
+  auto translated = [](const wchar_t *source) {
+    wchar_t text[100];
+    lstrcpynW(text, source, 100);
+    LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
+    return Narrow(text);
+  };
+  EXPECT_EQ(translated(L"C:\\dir"), "C:\\Verzeichnis");
+  EXPECT_EQ(translated(L"D:\\untranslated"), "D:\\untranslated");
   EXPECT_TRUE(g_capturedReports.empty()) << Narrow(g_capturedReports.front());
 
   // A damaged catalog is reported with its line and leaves the one loaded.
@@ -512,9 +503,7 @@ TEST_F(Lts, GettextRoundTrip) {
   ASSERT_EQ(g_capturedReports.size(), 1u);
   EXPECT_NE(g_capturedReports[0].find(L"Line 3: a closing quotation mark is missing"), std::wstring::npos)
       << Narrow(g_capturedReports[0]);
-  wcscpy(text, L"Cancel");
-  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
-  EXPECT_EQ(Narrow(text), "Abbrechen");
+  EXPECT_EQ(translated(L"Cancel"), "Abbrechen");
   EXPECT_EQ(Tavona_LtsLoadCatalog((BinDir() + L"missing.po").c_str()), -1);
   EXPECT_EQ(g_capturedReports.size(), 2u);
 }
