@@ -132,8 +132,9 @@ TEST_F(NumberDialogs, CancelAndResultSizes) {
     wchar_t format[50];
     wcscpy(format, isFloat ? L"%T%D.%F4" : L"%T,%W3");
     EXPECT_EQ(Run(isFloat, format, 50, [&](tvui::Session &s, HWND dlg) {
-      if (isFloat) ExpectPreviews(s, dlg, L"1234567.8900", L"-1234567.8900", L"0.0000", __LINE__);
       s.SetText(dlg, IDC_FMT_THOUSANDS, L"");
+      if (isFloat) ExpectPreviews(s, dlg, L"1234567.8900", L"-1234567.8900", L"0.0000", __LINE__);
+      if (!isFloat) ExpectPreviews(s, dlg, L"12345", L"-12345", L"000", __LINE__);
       s.Check(dlg, IDC_FMT_PLUS);
       s.Click(dlg, IDCANCEL);
     }), 2);
