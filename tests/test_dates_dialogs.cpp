@@ -14,7 +14,7 @@
 
 namespace {
 
-const wchar_t *Caption() { return GermanRun() ? L"Datums- und Uhrzeitformat" : L"Date and Time Format"; }
+const wchar_t *Caption() { return Pick(L"Date and Time Format", L"Datums- und Uhrzeitformat"); }
 
 std::wstring SampleOf(const wchar_t *format) {
   DateTimeStruct r = {3, 1, 1955, 15, 55, 26};
@@ -40,19 +40,13 @@ TEST(DateDialogs, DateAndTime) {
       [](tvui::Session &s) {
         HWND dlg = s.WaitDialog(Caption());
         // Taken apart: weekday, the fields in their order, the separators.
-        EXPECT_EQ(s.Selection(dlg, IDC_DTF_WEEKDAY), 2);
-        EXPECT_EQ(s.Text(dlg, IDC_DTF_AFTER_WEEKDAY), L", ");
-        EXPECT_TRUE(s.IsChecked(dlg, IDC_DTF_ORDER_DMY));
-        EXPECT_EQ(s.Selection(dlg, IDC_DTF_DATE_1), 1);
-        EXPECT_EQ(s.Selection(dlg, IDC_DTF_DATE_2), 4);
-        EXPECT_EQ(s.Selection(dlg, IDC_DTF_DATE_3), 2);
-        EXPECT_EQ(s.Text(dlg, IDC_DTF_AFTER_DATE_1), L". ");
-        EXPECT_EQ(s.Text(dlg, IDC_DTF_AFTER_DATE_2), L" ");
-        EXPECT_EQ(s.Text(dlg, IDC_DTF_BETWEEN), L" ");
-        EXPECT_EQ(s.Selection(dlg, IDC_DTF_HOUR), 2);
-        EXPECT_EQ(s.Text(dlg, IDC_DTF_AFTER_HOUR), L":");
-        EXPECT_EQ(s.Selection(dlg, IDC_DTF_SECOND), 0);
-        EXPECT_TRUE(s.IsChecked(dlg, IDC_DTF_CLOCK_24));
+        for (auto [id, selection] : {std::pair{IDC_DTF_WEEKDAY, 2}, {IDC_DTF_DATE_1, 1}, {IDC_DTF_DATE_2, 4},
+                                     {IDC_DTF_DATE_3, 2}, {IDC_DTF_HOUR, 2}, {IDC_DTF_SECOND, 0}})
+          EXPECT_EQ(s.Selection(dlg, id), selection) << "box " << id;
+        for (auto [id, text] : {std::pair{IDC_DTF_AFTER_WEEKDAY, L", "}, {IDC_DTF_AFTER_DATE_1, L". "},
+                                {IDC_DTF_AFTER_DATE_2, L" "}, {IDC_DTF_BETWEEN, L" "}, {IDC_DTF_AFTER_HOUR, L":"}})
+          EXPECT_EQ(s.Text(dlg, id), text) << "field " << id;
+        EXPECT_TRUE(s.IsChecked(dlg, IDC_DTF_ORDER_DMY) && s.IsChecked(dlg, IDC_DTF_CLOCK_24));
         Expect(s, dlg, L"%W2, %D1. %M4 %Y2 %H2:%U2", __LINE__);
         s.Screenshot(dlg, Shot(L"dates_format_dialog"));
 
@@ -109,9 +103,8 @@ TEST(DateDialogs, DateOnly) {
     // Nothing chosen: the formatter's default date.
     Expect(s, dlg, L"", __LINE__);
     EXPECT_EQ(s.Selection(dlg, IDC_DTF_DATE_1), 0);
-    EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DTF_HOUR)));
-    EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DTF_CLOCK_12)));
-    EXPECT_TRUE(IsWindowEnabled(s.Item(dlg, IDC_DTF_BETWEEN)));
+    EXPECT_TRUE(!IsWindowEnabled(s.Item(dlg, IDC_DTF_HOUR)) && !IsWindowEnabled(s.Item(dlg, IDC_DTF_CLOCK_12)) &&
+                IsWindowEnabled(s.Item(dlg, IDC_DTF_BETWEEN)));
     s.Check(dlg, IDC_DTF_ORDER_YMD);
     for (int id : {IDC_DTF_DATE_1, IDC_DTF_DATE_2, IDC_DTF_DATE_3}) s.Select(dlg, id, 2);
     s.SetText(dlg, IDC_DTF_AFTER_DATE_1, L"-");

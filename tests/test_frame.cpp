@@ -28,7 +28,7 @@ TEST(Frame, InstanceAndResourceLibrary) {
   dir.resize(dir.rfind(L'\\') + 1);
   std::wstring path = ModulePath(res);
   EXPECT_TRUE(path == dir + L"en\\tavona32Res.dll" || path == dir + L"de\\tavona32Res.dll")
-      << std::string(path.begin(), path.end());
+      << Narrow(path);
   wchar_t caption[100];
   EXPECT_GT(LoadStringW(res, 1500, caption, 100), 0);
   EXPECT_GT(LoadStringW(res, 1300, caption, 100), 0);
@@ -43,12 +43,12 @@ TEST(Frame, VersionFromResource) {
 
   // A buffer one character too small stays empty, an exact one is filled.
   int len = lstrlenW(buf);
-  wchar_t exact[32], tooSmall[32];
-  Tavona_GetVersion(exact, len + 1);
-  EXPECT_STREQ(exact, buf);
-  tooSmall[0] = L'x';
-  Tavona_GetVersion(tooSmall, len);
-  EXPECT_EQ(tooSmall[0], 0);
+  GuardedBuffer<wchar_t> exact(len + 1), tooSmall(len);
+  Tavona_GetVersion(exact.data(), len + 1);
+  Tavona_GetVersion(tooSmall.data(), len);
+  EXPECT_EQ(exact.Text(), buf);
+  EXPECT_EQ(tooSmall.Text(), L"");
+  EXPECT_TRUE(exact.Intact() && tooSmall.Intact());
 
   // A custom format and a module without a version resource.
   wchar_t custom[32];
@@ -66,12 +66,12 @@ TEST(Frame, VersionFormatsReadOnlyTheFourNumbers) {
     const wchar_t *format;
     bool accepted;
   } rows[] = {
-      {L"%d.%d.%d.%d", true},   {L"%u-%x-%X-%o", true}, {L"%05d%%%-3i|%.2d", true},
-      {L"%ld %hd %c", true},    {L"%s", false},         {L"%hs", false},
-      {L"%S", false},           {L"%d.%d.%d.%d.%d", false}, {L"%*d", false},
-      {L"%.*d", false},         {L"%n", false},         {L"%p", false},
-      {L"%f", false},           {L"%lld", false},       {L"%I64d", false},
-      {L"%q", false},           {L"%", false},
+      {L"%u-%x-%X-%o", true}, {L"%05d%%%-3i|%.2d", true}, {L"%ld %hd %c", true},
+      {L"%s", false},         {L"%hs", false},            {L"%S", false},
+      {L"%d.%d.%d.%d.%d", false}, {L"%*d", false},        {L"%.*d", false},
+      {L"%n", false},         {L"%p", false},             {L"%f", false},
+      {L"%lld", false},       {L"%I64d", false},          {L"%q", false},
+      {L"%", false},
   };
   for (const Row &r : rows) {
     wchar_t out[64] = L"junk";
@@ -84,12 +84,10 @@ TEST(Frame, GlobalWindowClasses) {
   struct Case {
     const wchar_t *name;
     UINT style;
-  } cases[] = {
-      {L"TAVONA_BUTTONS_32", CS_GLOBALCLASS | CS_DBLCLKS},
-      {L"TAVONA_STATUS_32", CS_GLOBALCLASS | CS_DBLCLKS},
-      {L"TAVONATEMPWIND32", CS_GLOBALCLASS},
-      {L"TAVONA_POPUP_32", CS_GLOBALCLASS | CS_DBLCLKS},
-  };
+  } cases[] = {{L"TAVONA_BUTTONS_32", CS_GLOBALCLASS | CS_DBLCLKS},
+               {L"TAVONA_STATUS_32", CS_GLOBALCLASS | CS_DBLCLKS},
+               {L"TAVONATEMPWIND32", CS_GLOBALCLASS},
+               {L"TAVONA_POPUP_32", CS_GLOBALCLASS | CS_DBLCLKS}};
   for (const Case &c : cases) {
     WNDCLASSEXW wc = {};
     wc.cbSize = sizeof wc;

@@ -54,32 +54,27 @@ TEST_F(ReportFixture, StylePrefixChoosesIconAndButtons) {
     UINT style;
     const char16_t *text;
   } cases[] = {
-      {u"!RIA Cannot copy %s to %s", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_ABORTRETRYIGNORE,
-       u"Cannot copy a.txt to b.txt"},
-      {u"?YN Save %s?", MB_TASKMODAL | MB_ICONQUESTION | MB_YESNO, u"Save a.txt?"},
-      {u"?YNC Save?", MB_TASKMODAL | MB_ICONQUESTION | MB_YESNOCANCEL, u"Save?"},
-      {u"iOC Go on", MB_TASKMODAL | MB_ICONINFORMATION | MB_OKCANCEL, u"Go on"},
-      {u"sO Stop", MB_TASKMODAL | MB_ICONHAND | MB_OK, u"Stop"},
+      {u"!RIA Cannot copy %s to %s", MB_ICONEXCLAMATION | MB_ABORTRETRYIGNORE, u"Cannot copy a.txt to b.txt"},
+      {u"?YN Save %s?", MB_ICONQUESTION | MB_YESNO, u"Save a.txt?"},
+      {u"?YNC Save?", MB_ICONQUESTION | MB_YESNOCANCEL, u"Save?"},
+      {u"iOC Go on", MB_ICONINFORMATION | MB_OKCANCEL, u"Go on"},
+      {u"sO Stop", MB_ICONHAND | MB_OK, u"Stop"},
       // icons combine bitwise: ! and ? give the exclamation bits again
-      {u"!? Odd", MB_TASKMODAL | 0x30, u"Odd"},
-      {u"i? Odd", MB_TASKMODAL | 0x60, u"Odd"},
+      {u"!? Odd", 0x30, u"Odd"},             {u"i? Odd", 0x60, u"Odd"},
       // retry/cancel and partial sets fall back to OK
-      {u"RC Retry", MB_TASKMODAL | MB_OK, u"Retry"},
-      {u"YNCO Too many", MB_TASKMODAL | MB_OK, u"Too many"},
-      {u"xyz Unknown letters", MB_TASKMODAL | MB_OK, u"Unknown letters"},
+      {u"RC Retry", MB_OK, u"Retry"},        {u"YNCO Too many", MB_OK, u"Too many"},
+      {u"xyz Unknown letters", MB_OK, u"Unknown letters"},
       // no prefix when the text starts with a space; spaces are skipped
-      {u"   Plain", MB_TASKMODAL, u"Plain"},
-      // a text without any space is all prefix
-      {u"OC", MB_TASKMODAL | MB_OKCANCEL, u""},
-      {u"!YN    Many spaces", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_YESNO, u"Many spaces"},
-      {u"((KEY))?YN Keyed", MB_TASKMODAL | MB_ICONQUESTION | MB_YESNO, u"Keyed"},
+      {u"   Plain", 0, u"Plain"},            {u"!YN    Many spaces", MB_ICONEXCLAMATION | MB_YESNO, u"Many spaces"},
+      {u"OC", MB_OKCANCEL, u""},             // a text without any space is all prefix
+      {u"((KEY))?YN Keyed", MB_ICONQUESTION | MB_YESNO, u"Keyed"},
   };
   for (const Case &c : cases) {
     SetResString(kMsg, c.tmpl);
     const WCHAR *args[5] = {u"a.txt", u"b.txt", nullptr, nullptr, nullptr};
     WCHAR out[200];
     UINT style = tv::ComposeMessageText(nullptr, u"TAVONADLL", kMsg, args, out, 200);
-    EXPECT_EQ(style, c.style) << "template " << Narrow(c.tmpl);
+    EXPECT_EQ(style, MB_TASKMODAL | c.style) << "template " << Narrow(c.tmpl);
     EXPECT_EQ(std::u16string(out), c.text) << "template " << Narrow(c.tmpl);
   }
 }
@@ -107,6 +102,7 @@ TEST_F(ReportFixture, ComposeEdgeCases) {
 // head of the template and its prefix intact, in time proportional to it.
 TEST_F(ReportFixture, OversizedArgumentsAndWidths) {
   const std::u16string name(1100, 'N'), huge(300000, 'H');
+  const UINT kWarn = MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK;
   const WCHAR *args[5] = {name.c_str(), u"B", huge.c_str(), nullptr, nullptr};
   struct Case {
     const char16_t *tmpl;
@@ -115,14 +111,11 @@ TEST_F(ReportFixture, OversizedArgumentsAndWidths) {
   } cases[] = {
       {u"!RIA Cannot copy %s to %s", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_ABORTRETRYIGNORE,
        u"Cannot copy NNN"},
-      {u"sO The file \"%s\" cannot be opened.", MB_TASKMODAL | MB_ICONHAND | MB_OK,
-       u"The file \""},
-      {u"!O |%2147483647s|", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK, u"|   "},
-      {u"!O %-2147483647s|", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK, u"NNN"},
-      {u"!O %.99999999s%99999999999999999999s|", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK,
-       u"NNN"},
-      {u"!O %.0s%.1s%.2147483648s|%4294967297s", MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK,
-       u"BHH"},
+      {u"sO The file \"%s\" cannot be opened.", MB_TASKMODAL | MB_ICONHAND | MB_OK, u"The file \""},
+      {u"!O |%2147483647s|", kWarn, u"|   "},
+      {u"!O %-2147483647s|", kWarn, u"NNN"},
+      {u"!O %.99999999s%99999999999999999999s|", kWarn, u"NNN"},
+      {u"!O %.0s%.1s%.2147483648s|%4294967297s", kWarn, u"BHH"},
   };
   for (const Case &c : cases) {
     SetResString(kMsg, c.tmpl);
@@ -199,9 +192,9 @@ TEST_F(ReportFixture, LogModeAppendsUtf16Lines) {
   EXPECT_EQ(tv::ReportError(kMsg, u"\u00e4"), 1);
   std::ifstream f(path, std::ios::binary);
   std::vector<unsigned char> bytes((std::istreambuf_iterator<char>(f)), {});
-  std::vector<unsigned char> want = {'L', 0, 'o', 0, 's', 0, 't', 0, ' ', 0, 'a', 0, '\r', 0, '\n', 0,
-                                     'L', 0, 'o', 0, 's', 0, 't', 0, ' ', 0, 0xE4, 0, '\r', 0, '\n', 0};
-  EXPECT_EQ(bytes, want);
+  std::u16string want = u"Lost a\r\nLost \u00e4\r\n";
+  EXPECT_EQ(bytes, std::vector<unsigned char>(reinterpret_cast<const unsigned char *>(want.data()),
+                                              reinterpret_cast<const unsigned char *>(want.data() + want.size())));
 
   // no log file: 2
   Tavona_SetErrorLogFile(u"");

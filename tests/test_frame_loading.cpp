@@ -26,37 +26,15 @@ class Layout {
     dir_ = std::wstring(tmp) + L"tavona_load_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
            std::to_wstring(++serial) + L"\\";
     CreateDirectoryW(dir_.c_str(), nullptr);
-    EXPECT_TRUE(CopyFileW((BinDir() + L"tavona32.dll").c_str(), (dir_ + L"tavona32.dll").c_str(), FALSE));
-    // resources: (folder name, language of the copy: en or de)
+    EXPECT_TRUE(CopyFileW((BinDir() + L"tavona32.dll").c_str(), Library().c_str(), FALSE));
     for (const auto &[folder, lang] : resources) {
-      std::wstring target = dir_;
-      if (!folder.empty()) {
-        target += folder + L"\\";
-        CreateDirectoryW(target.c_str(), nullptr);
-      }
+      std::wstring target = folder.empty() ? dir_ : dir_ + folder + L"\\";
+      CreateDirectoryW(target.c_str(), nullptr);
       EXPECT_TRUE(CopyFileW((BinDir() + lang + L"\\tavona32Res.dll").c_str(),
                             (target + L"tavona32Res.dll").c_str(), FALSE));
     }
   }
-  ~Layout() {
-    // Best effort; the folders live in the test prefix's temporary folder.
-    WIN32_FIND_DATAW fd;
-    std::vector<std::wstring> dirs = {dir_};
-    for (size_t i = 0; i < dirs.size(); ++i) {
-      HANDLE h = FindFirstFileW((dirs[i] + L"*").c_str(), &fd);
-      if (h == INVALID_HANDLE_VALUE) continue;
-      do {
-        std::wstring name = fd.cFileName;
-        if (name == L"." || name == L"..") continue;
-        if (fd.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-          dirs.push_back(dirs[i] + name + L"\\");
-        else
-          DeleteFileW((dirs[i] + name).c_str());
-      } while (FindNextFileW(h, &fd));
-      FindClose(h);
-    }
-    for (size_t i = dirs.size(); i-- > 0;) RemoveDirectoryW(dirs[i].c_str());
-  }
+  ~Layout() { RemoveTree(dir_.substr(0, dir_.size() - 1)); }
   const std::wstring &Dir() const { return dir_; }
   std::wstring Library() const { return dir_ + L"tavona32.dll"; }
 
@@ -78,11 +56,10 @@ Loaded LoadAndInspect(const std::wstring &library) {
   auto getRes = reinterpret_cast<HMODULE(WINAPI *)()>(
       reinterpret_cast<void *>(GetProcAddress(r.library, "Tavona_GetResourceModule")));
   if (HMODULE res = getRes ? getRes() : nullptr) {
-    wchar_t path[MAX_PATH] = {};
+    wchar_t path[MAX_PATH] = {}, caption[100] = {};
     GetModuleFileNameW(res, path, MAX_PATH);
-    r.resourcePath = path;
-    wchar_t caption[100] = {};
     LoadStringW(res, 1500, caption, 100);
+    r.resourcePath = path;
     r.caption = caption;
   }
   FreeLibrary(r.library);
@@ -91,15 +68,12 @@ Loaded LoadAndInspect(const std::wstring &library) {
 
 void SetLanguage(const wchar_t *value) {
   // The library reads the variable through the shared C runtime.
-  std::wstring assignment = std::wstring(L"VEL_LANGUAGE=") + (value ? value : L"");
-  _wputenv(assignment.c_str());
+  _wputenv((std::wstring(L"VEL_LANGUAGE=") + (value ? value : L"")).c_str());
 }
 
 struct LanguageFixture : ::testing::Test {
   void TearDown() override { SetLanguage(nullptr); }
 };
-
-std::string Utf8(const std::wstring &s) { return std::string(s.begin(), s.end()); }
 
 // Which folder is chosen for each value of VEL_LANGUAGE and each layout.
 TEST_F(LanguageFixture, ProbingOrder) {
@@ -109,53 +83,42 @@ TEST_F(LanguageFixture, ProbingOrder) {
     std::wstring expectedSuffix;  // relative to the folder of the copy
     const wchar_t *expectedLang;  // which resource library that is
   } cases[] = {
-      // the full locale name wins over the user-interface language
+      // the full locale name wins over the user-interface language, then
+      // the language alone, then English
       {L"de-DE", {{L"de-DE", L"de"}, {L"de", L"en"}, {L"en", L"en"}}, L"de-DE\\tavona32Res.dll", L"de"},
-      // then the language alone
       {L"de-DE", {{L"de", L"de"}, {L"en", L"en"}}, L"de\\tavona32Res.dll", L"de"},
-      // then English
       {L"de-DE", {{L"en", L"en"}}, L"en\\tavona32Res.dll", L"en"},
-      // an unknown name falls back to "en"
+      // an unknown name falls back to "en"; its short name stays empty, so
+      // the second probe is the library's own folder (a doubled backslash)
       {L"no_such_language", {{L"en", L"en"}, {L"de", L"de"}}, L"en\\tavona32Res.dll", L"en"},
+      {L"no_such_language", {{L"", L"de"}}, L"tavona32Res.dll", L"de"},
   };
   for (const Case &c : cases) {
     SetLanguage(c.language);
     Layout layout(c.layout);
     Loaded r = LoadAndInspect(layout.Library());
-    ASSERT_NE(r.library, nullptr) << Utf8(c.language);
-    EXPECT_EQ(r.resourcePath, layout.Dir() + c.expectedSuffix) << Utf8(c.language);
+    ASSERT_NE(r.library, nullptr) << Narrow(c.language);
+    std::wstring path = r.resourcePath;
+    for (size_t at; (at = path.find(L"\\\\")) != std::wstring::npos;) path.erase(at, 1);
+    EXPECT_EQ(path, layout.Dir() + c.expectedSuffix) << Narrow(c.language);
     wchar_t want[100] = {};
     LoadStringW(LoadLibraryExW((BinDir() + c.expectedLang + L"\\tavona32Res.dll").c_str(), nullptr,
                                LOAD_LIBRARY_AS_DATAFILE),
                 1500, want, 100);
-    EXPECT_EQ(r.caption, want) << Utf8(c.language);
+    EXPECT_EQ(r.caption, want) << Narrow(c.language);
   }
-}
-
-// For an unknown language the short name stays empty, so the second probe is
-// the library's own folder with a doubled backslash.
-TEST_F(LanguageFixture, UnknownLanguageProbesOwnFolder) {
-  SetLanguage(L"no_such_language");
-  Layout layout(Folders{{L"", L"de"}});
-  Loaded r = LoadAndInspect(layout.Library());
-  ASSERT_NE(r.library, nullptr);
-  ASSERT_FALSE(r.resourcePath.empty());
-  std::wstring tail = r.resourcePath.substr(r.resourcePath.size() - 16);
-  EXPECT_EQ(tail, L"\\tavona32Res.dll");
-  EXPECT_EQ(r.resourcePath.find(L"\\en\\"), std::wstring::npos) << Utf8(r.resourcePath);
 }
 
 // Without any language folder the library says so once and still loads.
 TEST_F(LanguageFixture, MissingResourceLibraryShowsFatalBox) {
   SetLanguage(L"de-DE");
   Layout layout(Folders{});
-  std::wstring expectedPath = layout.Dir() + L"en\\tavona32Res.dll";
   int boxes = 0;
   Loaded r = tvui::RunModal([&] { return LoadAndInspect(layout.Library()); },
                             [&](tvui::Session &s) {
                               tvui::Box box = s.WaitMessageBox(L"Fatal Error: File not found");
                               ++boxes;
-                              EXPECT_EQ(box.text, expectedPath);
+                              EXPECT_EQ(box.text, layout.Dir() + L"en\\tavona32Res.dll");
                               EXPECT_EQ(box.icon, UINT(MB_ICONHAND));
                               EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
                               s.Screenshot(box.hwnd, L"frame_fatal_box");

@@ -25,14 +25,10 @@ const wchar_t kLtsKey[] = L"Software\\Tavona Language Translation System";
 
 std::vector<std::wstring> g_calls;
 const std::map<std::wstring, std::wstring> kGerman = {
-    {L"XOK_0509C774", L"&Jawohl"},
-    {L"CANCEL_21ED1D6D", L"Abbrechen"},
-    {L"TEST_SETTINGS_73439B61", L"Testeinstellungen"},
-    {L"ID_SAVE", L"Beim Beenden \\qsichern\\q"},
-    {L"XFILE_2132B37D", L"&Datei"},
-    {L"FIRST_34D6DE02", L"Erste"},
-    {L"ID_EXIT", L"&Beenden"},
-    {L"LINES_00000000", L"Zeile\\nzwei"},
+    {L"XOK_0509C774", L"&Jawohl"},    {L"CANCEL_21ED1D6D", L"Abbrechen"},
+    {L"FIRST_34D6DE02", L"Erste"},    {L"TEST_SETTINGS_73439B61", L"Testeinstellungen"},
+    {L"ID_EXIT", L"&Beenden"},        {L"ID_SAVE", L"Beim Beenden \\qsichern\\q"},
+    {L"XFILE_2132B37D", L"&Datei"},   {L"LINES_00000000", L"Zeile\\nzwei"},
 };
 
 INT WINAPI TestProvider(const WCHAR *module, const WCHAR *section, const WCHAR *key, WCHAR *text,
@@ -48,12 +44,6 @@ std::string Calls() {
   std::string all;
   for (const auto &c : g_calls) all += Narrow(c) + "\n";
   return all;
-}
-
-std::vector<std::wstring> g_reported;
-INT WINAPI Capture(const WCHAR *message) {
-  g_reported.push_back(message ? message : L"");
-  return IDOK;
 }
 
 std::wstring Text(HWND w) {
@@ -74,50 +64,40 @@ void WriteBytes(const std::wstring &path, const std::string &bytes) {
   out << bytes;
 }
 
-// Builds a log as assistance writes it, by hand.
+// Builds a log as assistance writes it, by hand: single-byte headers,
+// UTF-16LE lines.
 struct Log {
   std::string bytes;
   Log &Header(const char *h) {
-    if (!bytes.empty()) bytes += "\r\n\r\n";
-    bytes += h;
-    bytes += "\r\n";
+    bytes += (bytes.empty() ? "" : "\r\n\r\n") + std::string(h) + "\r\n";
     return *this;
   }
   Log &Line(const std::wstring &s) {
     for (wchar_t c : s + L"\r\n") bytes += {char(c & 0xFF), char(c >> 8)};
     return *this;
   }
+  Log &Lines(std::initializer_list<const wchar_t *> lines) {
+    for (const wchar_t *l : lines) Line(l);
+    return *this;
+  }
 };
 
 // The test module's texts, as its three passes log them without a provider.
-Log &StringLines(Log &log) {
-  return log.Line(L"XOK_0509C774=&OK")
-      .Line(L"CANCEL_21ED1D6D=Cancel")
-      .Line(L"LEADING_SPACES_5D3D1589=\\x20\\x20Leading spaces")
-      .Line(L"LINEBREAK_DFD222B2=Line\\nbreak")
-      .Line(L"ID_SAVE=Save")
-      .Line(L"C_DIR_D8407403=C:\\\\dir")
-      .Line(L"DATEI_XOFFNEN_6D3F1AFC=Datei &\u00F6ffnen...");
-}
-Log &DialogLines(Log &log) {
-  return log.Line(L"TEST_SETTINGS_73439B61=Test Settings")
-      .Line(L"XNAME_F94C2D54=&Name:")
-      .Line(L"ID_SAVE=Save on exit")
-      .Line(L"OPTIONS_256BAA88=Options")
-      .Line(L"XOK_0509C774=&OK")
-      .Line(L"CANCEL_21ED1D6D=Cancel")
-      .Line(L"PAGE_6F969E4B=Page")
-      .Line(L"PAGE_TEXT_F0C87427=Page text")
-      .Line(L"ABOUT_7C282312=About")
-      .Line(L"VERSION_1_0_22750ACD=Version 1.0");
-}
-Log &MenuLines(Log &log) {
-  return log.Line(L"XFILE_2132B37D=&File")
-      .Line(L"XOPEN_78931797=&Open...")
-      .Line(L"XRECENT_CB8FF852=&Recent")
-      .Line(L"FIRST_34D6DE02=First")
-      .Line(L"ID_EXIT=E&xit")
-      .Line(L"XHELP_8270358C=&Help");
+const std::initializer_list<const wchar_t *> kStringLines = {
+    L"XOK_0509C774=&OK", L"CANCEL_21ED1D6D=Cancel", L"LEADING_SPACES_5D3D1589=\\x20\\x20Leading spaces",
+    L"LINEBREAK_DFD222B2=Line\\nbreak", L"ID_SAVE=Save", L"C_DIR_D8407403=C:\\\\dir",
+    L"DATEI_XOFFNEN_6D3F1AFC=Datei &\u00F6ffnen..."};
+const std::initializer_list<const wchar_t *> kDialogLines = {
+    L"TEST_SETTINGS_73439B61=Test Settings", L"XNAME_F94C2D54=&Name:", L"ID_SAVE=Save on exit",
+    L"OPTIONS_256BAA88=Options", L"XOK_0509C774=&OK", L"CANCEL_21ED1D6D=Cancel", L"PAGE_6F969E4B=Page",
+    L"PAGE_TEXT_F0C87427=Page text", L"ABOUT_7C282312=About", L"VERSION_1_0_22750ACD=Version 1.0"};
+const std::initializer_list<const wchar_t *> kMenuLines = {
+    L"XFILE_2132B37D=&File", L"XOPEN_78931797=&Open...", L"XRECENT_CB8FF852=&Recent",
+    L"FIRST_34D6DE02=First", L"ID_EXIT=E&xit", L"XHELP_8270358C=&Help"};
+// All three passes of the test module.
+std::string FullLog() {
+  return Log().Header("[E-S]").Lines(kStringLines).Header("[E-D]").Lines(kDialogLines)
+      .Header("[E-M]").Lines(kMenuLines).bytes;
 }
 
 class Lts : public ::testing::Test {
@@ -126,8 +106,8 @@ class Lts : public ::testing::Test {
     RegDeleteTreeW(HKEY_CURRENT_USER, kLtsKey);
     Tavona_LtsRemoveProvider();
     g_calls.clear();
-    g_reported.clear();
-    Tavona_SetErrorHandlerCallback(Capture);
+    g_capturedReports.clear();
+    Tavona_SetErrorHandlerCallback(CaptureReports);
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&icc);
     // An active top-level window owns the dialogs of the passes, so that a
@@ -218,14 +198,12 @@ TEST_F(Lts, TranslateDialogTouchesCaptionAndDirectStaticsAndButtons) {
 
   Tavona_LtsInstallProvider(TestProvider, nullptr);
   LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
-  EXPECT_EQ(Narrow(Text(dlg)), "Testeinstellungen");
-  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDC_TEST_CHECK))), "Beim Beenden \"sichern\"");
-  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDOK))), "&Jawohl");
-  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDCANCEL))), "Abbrechen");
-  EXPECT_EQ(Narrow(Text(group)), "Options");
+  struct Expect { HWND w; const char *text; } expects[] = {
+      {dlg, "Testeinstellungen"}, {GetDlgItem(dlg, IDC_TEST_CHECK), "Beim Beenden \"sichern\""},
+      {GetDlgItem(dlg, IDOK), "&Jawohl"}, {GetDlgItem(dlg, IDCANCEL), "Abbrechen"},
+      {group, "Options"}, {GetDlgItem(dlg, IDC_TEST_EDIT), "Cancel"}, {grandchild, "Cancel"}};
+  for (const Expect &e : expects) EXPECT_EQ(Narrow(Text(e.w)), e.text);
   EXPECT_EQ(g_groupSetText, 1);  // set back although unchanged
-  EXPECT_EQ(Narrow(Text(GetDlgItem(dlg, IDC_TEST_EDIT))), "Cancel");
-  EXPECT_EQ(Narrow(Text(grandchild)), "Cancel");
   wchar_t item[20] = {};
   SendDlgItemMessageW(dlg, IDC_TEST_LIST, LB_GETTEXT, 0, LPARAM(item));
   EXPECT_EQ(Narrow(item), "Cancel");
@@ -256,19 +234,17 @@ TEST_F(Lts, TranslateMenuKeepsIdentifiersSubmenusAndStates) {
     GetMenuStringW(m, pos, buf, 200, MF_BYPOSITION);
     return Narrow(buf);
   };
-  HMENU file = GetSubMenu(menu, 0);
-  ASSERT_NE(file, nullptr);
-  HMENU recent = GetSubMenu(file, 2);
+  HMENU file = GetSubMenu(menu, 0), recent = GetSubMenu(file, 2);
   ASSERT_NE(recent, nullptr);
-  EXPECT_EQ(text(menu, 0), "&Datei");
-  EXPECT_EQ(text(file, 0), "&Open...");
-  EXPECT_EQ(GetMenuItemID(file, 0), UINT(IDM_TEST_OPEN));
-  EXPECT_EQ(text(recent, 0), "Erste");
-  EXPECT_EQ(GetMenuItemID(recent, 0), UINT(IDM_TEST_FIRST));
+  struct Item { HMENU m; int pos; const char *text; UINT id; } items[] = {
+      {menu, 0, "&Datei", UINT(-1)},           {file, 0, "&Open...", IDM_TEST_OPEN},
+      {recent, 0, "Erste", IDM_TEST_FIRST},    {file, 3, "&Beenden", IDM_TEST_EXIT},
+      {menu, 1, "&Help", IDM_TEST_HELP}};
+  for (const Item &i : items) {
+    EXPECT_EQ(text(i.m, i.pos), i.text);
+    EXPECT_EQ(GetMenuItemID(i.m, i.pos), i.id) << i.text;
+  }
   EXPECT_EQ(GetMenuState(recent, 0, MF_BYPOSITION) & MF_CHECKED, UINT(MF_CHECKED));
-  EXPECT_EQ(text(file, 3), "&Beenden");
-  EXPECT_EQ(GetMenuItemID(file, 3), UINT(IDM_TEST_EXIT));
-  EXPECT_EQ(GetMenuItemID(menu, 1), UINT(IDM_TEST_HELP));
   EXPECT_EQ(g_calls.size(), 6u) << Calls();  // the separator has no text
   EXPECT_EQ(Narrow(g_calls[0]), "EXAMPLE|MENU|XFILE_2132B37D|&File");
   LTS_TranslateMenu(nullptr, nullptr, nullptr);
@@ -296,27 +272,23 @@ TEST_F(Lts, AssistanceLogByteForByte) {
   LtsAssistanceContext ctx = {};
   Open(ctx, path, LTS_FLAG_WRITE_LOG);
   EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
-  Log expect;
-  StringLines(expect.Header("[E-S]"));
-  DialogLines(expect.Header("[E-D]"));
-  MenuLines(expect.Header("[E-M]"));
-
+  const std::string expect = FullLog();
   HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
                               LOAD_LIBRARY_AS_DATAFILE);
   ASSERT_NE(en, nullptr);
   EXPECT_EQ(LTS_PerformAssistance(&ctx, en, nullptr), 1);
   LTS_CloseAssistance(&ctx);
   FreeLibrary(en);
-  ASSERT_EQ(g_reported.size(), 1u);
-  EXPECT_NE(g_reported[0].find(L"Translation assistance has ended"), std::wstring::npos);
+  ASSERT_EQ(g_capturedReports.size(), 1u);
+  EXPECT_NE(g_capturedReports[0].find(L"Translation assistance has ended"), std::wstring::npos);
   EXPECT_EQ(ctx.lines, nullptr);
   EXPECT_EQ(ctx.logFile, nullptr);
 
   std::string log = ReadBytes(path);
-  ASSERT_GE(log.size(), expect.bytes.size());
-  EXPECT_EQ(log.substr(0, expect.bytes.size()), expect.bytes);
+  ASSERT_GE(log.size(), expect.size());
+  EXPECT_EQ(log.substr(0, expect.size()), expect);
   // The library's passes follow with their own headers.
-  std::string rest = log.substr(expect.bytes.size());
+  std::string rest = log.substr(expect.size());
   EXPECT_EQ(rest.substr(0, 11), "\r\n\r\n[G-S]\r\n");
   EXPECT_NE(rest.find("\r\n\r\n[G-D]\r\n"), std::string::npos);
   EXPECT_NE(rest.find("\r\n\r\n[G-M]\r\n"), std::string::npos);
@@ -328,26 +300,19 @@ TEST_F(Lts, AssistanceLogByteForByte) {
   std::wstring pot = BinDir() + L"lts_library.pot";
   int entries = Tavona_LtsExportCatalog(path.c_str(), pot.c_str(), L"EXAMPLE|GENERAL");
   EXPECT_GT(entries, 100);
-  EXPECT_EQ(g_reported.size(), 1u) << Narrow(g_reported.back());
+  EXPECT_EQ(g_capturedReports.size(), 1u) << Narrow(g_capturedReports.back());
 }
 
-TEST_F(Lts, WithoutTheLogFlagNothingIsWritten) {
-  std::wstring path = BinDir() + L"lts_nolog.log";
-  DeleteFileW(path.c_str());
-  LtsAssistanceContext ctx = {};
-  Open(ctx, path, 0);
-  EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
-  LTS_CloseAssistance(&ctx);
-  EXPECT_EQ(GetFileAttributesW(path.c_str()), INVALID_FILE_ATTRIBUTES);
-}
-
-TEST_F(Lts, BadArgumentsAndAnUncreatableLog) {
+// Bad contexts; no log without its flag; a log that cannot be created is
+// reported with its name.
+TEST_F(Lts, BadArgumentsAndLogFiles) {
   EXPECT_EQ(LTS_OpenAssistance(nullptr), 2);
   EXPECT_EQ(LTS_PerformAssistance(nullptr, Self(), nullptr), 2);
   LTS_CloseAssistance(nullptr);
-  EXPECT_TRUE(g_reported.empty());
+  EXPECT_TRUE(g_capturedReports.empty());
 
-  std::wstring path = BinDir() + L"no such folder\\x.log";
+  std::wstring unflagged = BinDir() + L"lts_nolog.log", path = BinDir() + L"no such folder\\x.log";
+  DeleteFileW(unflagged.c_str());
   Tavona_WriteStringToHKCU(kLtsKey, nullptr, L"LogFile", path.c_str());
   Tavona_WriteLongToHKCU(kLtsKey, nullptr, L"Flags", 1);
   LtsAssistanceContext ctx = {};
@@ -355,8 +320,13 @@ TEST_F(Lts, BadArgumentsAndAnUncreatableLog) {
                           [](tvui::Session &s) { s.Click(s.WaitAnyDialog(), IDOK); });
   EXPECT_EQ(rc, 2);
   EXPECT_EQ(ctx.lines, nullptr);
-  ASSERT_EQ(g_reported.size(), 1u);
-  EXPECT_NE(g_reported[0].find(path), std::wstring::npos) << Narrow(g_reported[0]);
+  ASSERT_EQ(g_capturedReports.size(), 1u);
+  EXPECT_NE(g_capturedReports[0].find(path), std::wstring::npos) << Narrow(g_capturedReports[0]);
+
+  Open(ctx, unflagged, 0);
+  EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
+  LTS_CloseAssistance(&ctx);
+  EXPECT_EQ(GetFileAttributesW(unflagged.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 // Template 116: the registry values in, the user's choices out.
@@ -365,7 +335,7 @@ TEST_F(Lts, SettingsDialog) {
   Tavona_WriteStringToHKCU(kLtsKey, nullptr, L"LogFile", first.c_str());
   Tavona_WriteLongToHKCU(kLtsKey, nullptr, L"Flags", 5);
   LtsAssistanceContext ctx = {};
-  const wchar_t *caption = GermanRun() ? L"\u00DCbersetzungshilfe" : L"Translation Assistance";
+  const wchar_t *caption = Pick(L"Translation Assistance", L"\u00DCbersetzungshilfe");
   int rc = tvui::RunModal([&] { return LTS_OpenAssistance(&ctx); }, [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(caption);
     EXPECT_EQ(s.Text(dlg, IDC_LTS_LOGFILE), first);
@@ -411,8 +381,7 @@ TEST_F(Lts, TextDisplayStopAndAbort) {
   std::wstring path = BinDir() + L"lts_confirm.log";
   LtsAssistanceContext ctx = {};
   Open(ctx, path, LTS_FLAG_WRITE_LOG | LTS_FLAG_CONFIRM_EACH);
-  const wchar_t *caption =
-      GermanRun() ? L"\u00DCbersetzungshilfe - Neuer Text" : L"Translation Assistance - New Text";
+  const wchar_t *caption = Pick(L"Translation Assistance - New Text", L"\u00DCbersetzungshilfe - Neuer Text");
   int rc = tvui::RunModal([&] { return LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"); },
                           [&](tvui::Session &s) {
     for (const wchar_t *source : {L"&OK", L"Cancel", L"  Leading spaces"}) {
@@ -421,19 +390,19 @@ TEST_F(Lts, TextDisplayStopAndAbort) {
       s.Click(dlg, IDOK);
     }
     HWND dlg = s.WaitDialog(caption);
-    EXPECT_EQ(s.Text(dlg, IDC_LTS_MODULE), L"EXAMPLE");
-    EXPECT_EQ(s.Text(dlg, IDC_LTS_SECTION), L"STRINGS");
-    EXPECT_EQ(s.Text(dlg, IDC_LTS_KEY), L"LINEBREAK_DFD222B2");
-    EXPECT_EQ(s.Text(dlg, IDC_LTS_SOURCE), L"Line\r\nbreak");
-    EXPECT_EQ(s.Text(dlg, IDC_LTS_TRANSLATED), L"Line\r\nbreak");
+    auto fields = [&] {
+      std::wstring all;
+      for (int id : {IDC_LTS_MODULE, IDC_LTS_SECTION, IDC_LTS_KEY, IDC_LTS_SOURCE, IDC_LTS_TRANSLATED})
+        all += s.Text(dlg, id) + L"|";
+      return all;
+    };
+    EXPECT_EQ(fields(), L"EXAMPLE|STRINGS|LINEBREAK_DFD222B2|Line\r\nbreak|Line\r\nbreak|");
     s.Screenshot(dlg, Shot(L"lts_text"));
     s.Click(dlg, IDC_LTS_STOP);
     for (int i = 0; i < 10; ++i) {
       dlg = s.WaitDialog(caption);
       if (i == 2) {
-        EXPECT_EQ(s.Text(dlg, IDC_LTS_KEY), L"ID_SAVE");
-        EXPECT_EQ(s.Text(dlg, IDC_LTS_SOURCE), L"((ID_SAVE))Save on exit");
-        EXPECT_EQ(s.Text(dlg, IDC_LTS_TRANSLATED), L"Save on exit");
+        EXPECT_EQ(fields(), L"EXAMPLE|DIALOGS|ID_SAVE|((ID_SAVE))Save on exit|Save on exit|");
       }
       s.Click(dlg, IDOK);
     }
@@ -441,11 +410,7 @@ TEST_F(Lts, TextDisplayStopAndAbort) {
   }, tvui::Ms(20000));
   EXPECT_EQ(rc, 2);
   LTS_CloseAssistance(&ctx);
-  Log expect;
-  expect.Header("[E-S]");
-  DialogLines(expect.Header("[E-D]"));
-  expect.Header("[E-M]");
-  EXPECT_EQ(ReadBytes(path), expect.bytes);
+  EXPECT_EQ(ReadBytes(path), Log().Header("[E-S]").Header("[E-D]").Lines(kDialogLines).Header("[E-M]").bytes);
 }
 
 // Flag 4 keeps each top-level dialog open, translated, until closed; the
@@ -466,11 +431,7 @@ TEST_F(Lts, ShowDialogsKeepsTopLevelOnesOpen) {
   });
   EXPECT_EQ(rc, 1);
   LTS_CloseAssistance(&ctx);
-  Log expect;
-  StringLines(expect.Header("[E-S]"));
-  DialogLines(expect.Header("[E-D]"));
-  MenuLines(expect.Header("[E-M]"));
-  EXPECT_EQ(ReadBytes(BinDir() + L"lts_show.log"), expect.bytes);
+  EXPECT_EQ(ReadBytes(BinDir() + L"lts_show.log"), FullLog());
 }
 
 // Fills the header as a translator's tool would and replaces msgstr ""
@@ -493,15 +454,9 @@ std::string Translate(std::string po, const std::map<std::string, std::string> &
 }
 
 INT_PTR CALLBACK TranslatingProc(HWND dlg, UINT m, WPARAM wp, LPARAM) {
-  if (m == WM_INITDIALOG) {
-    LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
-    return TRUE;
-  }
-  if (m == WM_COMMAND && (LOWORD(wp) == IDOK || LOWORD(wp) == IDCANCEL)) {
-    EndDialog(dlg, LOWORD(wp));
-    return TRUE;
-  }
-  return FALSE;
+  if (m == WM_INITDIALOG) LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
+  if (m == WM_COMMAND && (LOWORD(wp) == IDOK || LOWORD(wp) == IDCANCEL)) EndDialog(dlg, LOWORD(wp));
+  return m == WM_INITDIALOG || m == WM_COMMAND;
 }
 
 // Log -> template -> a German catalog -> the catalog provider -> the test
@@ -513,49 +468,44 @@ TEST_F(Lts, GettextRoundTrip) {
   Open(ctx, log, LTS_FLAG_WRITE_LOG);
   ASSERT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
   LTS_CloseAssistance(&ctx);
-  g_reported.clear();
+  g_capturedReports.clear();
   EXPECT_EQ(Tavona_LtsExportCatalog(log.c_str(), pot.c_str(), L"EXAMPLE"), 23);
   std::string german = Translate(ReadBytes(pot), {{"Test Settings", "Testeinstellungen"},
-                                                  {"Save on exit", "Beim Beenden \\\"sichern\\\""},
-                                                  {"&OK", "&Jawohl"},
-                                                  {"Cancel", "Abbrechen"},
-                                                  {"Options", "Optionen"},
-                                                  {"C:\\\\dir", "C:\\\\Verzeichnis"},
-                                                  {"&File", "&Datei"}});
+      {"Save on exit", "Beim Beenden \\\"sichern\\\""}, {"&OK", "&Jawohl"}, {"Cancel", "Abbrechen"},
+      {"Options", "Optionen"}, {"C:\\\\dir", "C:\\\\Verzeichnis"}, {"&File", "&Datei"}});
   WriteBytes(po, german);
   EXPECT_EQ(Tavona_LtsLoadCatalog(po.c_str()), 9);  // "&OK" and "Cancel" twice
   int rc = tvui::RunModal([&] {
     return DialogBoxParamW(Self(), MAKEINTRESOURCEW(IDD_TEST_SETTINGS), owner_, TranslatingProc, 0);
   }, [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(L"Testeinstellungen");
-    EXPECT_EQ(s.Text(dlg, IDC_TEST_CHECK), L"Beim Beenden \"sichern\"");
-    EXPECT_EQ(s.Text(dlg, IDC_TEST_GROUP), L"Optionen");
-    EXPECT_EQ(s.Text(dlg, IDOK), L"&Jawohl");
-    EXPECT_EQ(s.Text(dlg, IDCANCEL), L"Abbrechen");
+    for (auto [id, text] : {std::pair{IDC_TEST_CHECK, L"Beim Beenden \"sichern\""}, {IDC_TEST_GROUP, L"Optionen"},
+                            {IDOK, L"&Jawohl"}, {IDCANCEL, L"Abbrechen"}})
+      EXPECT_EQ(s.Text(dlg, id), text);
     s.Screenshot(dlg, L"lts_catalog_dialog");
     s.Click(dlg, IDOK);
   });
   EXPECT_EQ(rc, IDOK);
-  wchar_t text[100] = L"C:\\dir";
-  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
-  EXPECT_EQ(Narrow(text), "C:\\Verzeichnis");
-  wcscpy(text, L"D:\\untranslated");
-  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
-  EXPECT_EQ(Narrow(text), "D:\\untranslated");
-  EXPECT_TRUE(g_reported.empty()) << Narrow(g_reported.front());
+  auto translated = [](const wchar_t *source) {
+    wchar_t text[100];
+    lstrcpynW(text, source, 100);
+    LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
+    return Narrow(text);
+  };
+  EXPECT_EQ(translated(L"C:\\dir"), "C:\\Verzeichnis");
+  EXPECT_EQ(translated(L"D:\\untranslated"), "D:\\untranslated");
+  EXPECT_TRUE(g_capturedReports.empty()) << Narrow(g_capturedReports.front());
 
   // A damaged catalog is reported with its line and leaves the one loaded.
   std::wstring bad = BinDir() + L"lts_bad.po";
   WriteBytes(bad, "msgctxt \"EXAMPLE|STRINGS\"\nmsgid \"Cancel\"\nmsgstr \"Abbrechen\n");
   EXPECT_EQ(Tavona_LtsLoadCatalog(bad.c_str()), -1);
-  ASSERT_EQ(g_reported.size(), 1u);
-  EXPECT_NE(g_reported[0].find(L"Line 3: a closing quotation mark is missing"), std::wstring::npos)
-      << Narrow(g_reported[0]);
-  wcscpy(text, L"Cancel");
-  LTS_TranslateString(L"EXAMPLE", L"STRINGS", text, 100);
-  EXPECT_EQ(Narrow(text), "Abbrechen");
+  ASSERT_EQ(g_capturedReports.size(), 1u);
+  EXPECT_NE(g_capturedReports[0].find(L"Line 3: a closing quotation mark is missing"), std::wstring::npos)
+      << Narrow(g_capturedReports[0]);
+  EXPECT_EQ(translated(L"Cancel"), "Abbrechen");
   EXPECT_EQ(Tavona_LtsLoadCatalog((BinDir() + L"missing.po").c_str()), -1);
-  EXPECT_EQ(g_reported.size(), 2u);
+  EXPECT_EQ(g_capturedReports.size(), 2u);
 }
 
 // The dialogs of this test again with the German resource library.

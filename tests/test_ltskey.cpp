@@ -8,8 +8,6 @@
 
 namespace {
 
-using WStr = std::basic_string<WCHAR>;
-
 WStr Key(const WCHAR *text, int n = tv::kLtsKeySize) {
   WCHAR key[tv::kLtsKeySize + 1];
   for (WCHAR &c : key) c = '#';
@@ -22,12 +20,9 @@ TEST(LtsKey, WorkedExamplesAndRules) {
   struct Row {
     const WCHAR *text, *key;
   } rows[] = {
-      {u"&OK", u"XOK_0509C774"},
-      {u"Cancel", u"CANCEL_21ED1D6D"},
-      {u"1. Seite", u"D1_SEITE_B9397CCE"},
-      {u"Datei &\u00F6ffnen...", u"DATEI_XOFFNEN_6D3F1AFC"},
-      {u"((ID_HELLO))Hallo", u"ID_HELLO"},
-      {u"(())Hallo", u""},                 // an empty explicit key
+      {u"&OK", u"XOK_0509C774"},           {u"Cancel", u"CANCEL_21ED1D6D"},
+      {u"1. Seite", u"D1_SEITE_B9397CCE"}, {u"Datei &\u00F6ffnen...", u"DATEI_XOFFNEN_6D3F1AFC"},
+      {u"((ID_HELLO))Hallo", u"ID_HELLO"}, {u"(())Hallo", u""},  // an empty explicit key
       {u"", u""},
   };
   for (const Row &r : rows) EXPECT_EQ(Narrow(Key(r.text)), Narrow(r.key)) << Narrow(r.text);
@@ -45,15 +40,13 @@ TEST(LtsKey, ReadablePart) {
   } rows[] = {
       {u"abcdefghijklmnopqrstuvwxyzabcd", u"ABCDEFGHIJKLMNOPQRSTU_"},  // 21 characters, then "_"
       {u"12345678901234567890123", u"D12345678901234567890_"},        // "D" counts
-      {u"```", u"K_"},
-      {u"a  -  b", u"A_B_"},
+      {u"```", u"K_"},          {u"a  -  b", u"A_B_"},
       {u"--x", u"X_"},                                  // no key starts with "_"
       {u"((ID_SAVE)Save", u"ID_SAVE_SAVE_"},            // no "))": derived
       {u"!\"#$%<=>@", u"ASNDPKEG@_"},                    // punctuation as letters
       {u"\u00CC\u00CD\u00CE\u00CF\u00EC\u00FF\u00DF", u"HHHHHUS_"},  // the odd rows
       {u"\u00DE\u00FE\u00A9\u0080x", u"X_"},             // dropped Latin-1
-      {u"\u0416\u4E2Dz\u00C4", u"ZA_"},                  // above U+00FF: dropped
-      {u"\u0416", u"K_"},
+      {u"\u0416\u4E2Dz\u00C4", u"ZA_"}, {u"\u0416", u"K_"},  // above U+00FF: dropped
   };
   for (const Row &r : rows) EXPECT_EQ(Narrow(Readable(r.text)), Narrow(r.readable)) << Narrow(r.text);
 }

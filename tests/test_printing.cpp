@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "testutil.h"
@@ -17,12 +18,6 @@ namespace {
 
 const wchar_t kPrinter[] = L"TavonaPDF";
 const wchar_t kPaperKey[] = L"Software\\Tavona Tests\\Paper";
-
-std::vector<std::wstring> g_reports;
-INT WINAPI Record(const WCHAR *message) {
-  g_reports.push_back(message);
-  return IDOK;
-}
 
 std::wstring Entries(HWND box) {
   std::wstring out;
@@ -47,8 +42,8 @@ class Printing : public ::testing::Test {
   void SetUp() override {
     parent_ = CreateWindowW(L"STATIC", L"printing", WS_OVERLAPPEDWINDOW, 0, 0, 400, 400, nullptr,
                             nullptr, nullptr, nullptr);
-    g_reports.clear();
-    Tavona_SetErrorHandlerCallback(Record);
+    g_capturedReports.clear();
+    Tavona_SetErrorHandlerCallback(CaptureReports);
   }
   void TearDown() override {
     Tavona_SetErrorHandlerCallback(nullptr);
@@ -78,33 +73,29 @@ class Printing : public ::testing::Test {
 
 // Entries of the "Devices" section, well-formed and not.
 TEST_F(Printing, ProfileEntries) {
-  std::wstring longName(300, L'p');
-  AddDevice(L"Tavona Office", L"winspool,Ne00:,15,45");
-  AddDevice(L"Tavona NoComma", L"justadriver");
-  AddDevice(L"Tavona NoDriver", L",Ne01:");
-  AddDevice(L"Tavona NoPort", L"drv,");
-  AddDevice(longName, L"longdrv,LPT9:");
   struct Row {
     std::wstring name;
-    int available, driverResult;
+    const wchar_t *entry;  // nullptr: not in the profile
     const wchar_t *driver, *port;
   } rows[] = {
-      {L"Tavona Office", 1, 0, L"winspool", L"Ne00:"},
-      {L"Tavona NoComma", 1, 0, L"justadriver", L""},
-      {L"Tavona NoDriver", 1, 0, L"", L"Ne01:"},
-      {L"Tavona NoPort", 1, 0, L"drv", L""},
-      {longName, 1, 0, L"longdrv", L"LPT9:"},
-      {L"Tavona Missing", 0, -1, L"", L""},
+      {L"Tavona Office", L"winspool,Ne00:,15,45", L"winspool", L"Ne00:"},
+      {L"Tavona NoComma", L"justadriver", L"justadriver", L""},
+      {L"Tavona NoDriver", L",Ne01:", L"", L"Ne01:"},
+      {L"Tavona NoPort", L"drv,", L"drv", L""},
+      {std::wstring(300, L'p'), L"longdrv,LPT9:", L"longdrv", L"LPT9:"},
+      {L"Tavona Missing", nullptr, L"", L""},
   };
+  for (const Row &r : rows)
+    if (r.entry) AddDevice(r.name, r.entry);
   for (const Row &r : rows) {
     wchar_t port[50] = L"x", driver[50] = L"x", only[50] = L"x";
     Tavona_GetPrinterByName(r.name.c_str(), port, 50, driver, 50);
-    EXPECT_EQ(Tavona_IsPrinterAvailable(r.name.c_str()), r.available) << Narrow(r.name);
+    EXPECT_EQ(Tavona_IsPrinterAvailable(r.name.c_str()), r.entry ? 1 : 0) << Narrow(r.name);
     EXPECT_EQ(std::wstring(driver), r.driver) << Narrow(r.name);
     EXPECT_EQ(std::wstring(port), r.port) << Narrow(r.name);
-    EXPECT_EQ(Tavona_GetPrinterDriver(r.name.c_str(), nullptr, only, 50), r.driverResult)
+    EXPECT_EQ(Tavona_GetPrinterDriver(r.name.c_str(), nullptr, only, 50), r.entry ? 0 : -1)
         << Narrow(r.name);
-    if (r.driverResult == 0) {
+    if (r.entry) {
       EXPECT_EQ(std::wstring(only), r.driver) << Narrow(r.name);
     }
   }
@@ -114,9 +105,9 @@ TEST_F(Printing, ProfileEntries) {
   Tavona_GetPrinterByName(L"Tavona Office", port, 8, nullptr, 8);
   EXPECT_EQ(std::wstring(port) + driver, L"keepkeep");
   // A driver longer than the buffer: the buffer stays terminated within it.
-  wchar_t tiny[4] = {1, 1, 1, 1};
-  Tavona_GetPrinterByName(L"Tavona Office", port, 8, tiny, 4);
-  EXPECT_LT(wcsnlen(tiny, 4), 4u);
+  GuardedBuffer<wchar_t> tiny(4);
+  Tavona_GetPrinterByName(L"Tavona Office", port, 8, tiny.data(), 4);
+  EXPECT_TRUE(tiny.Terminated() && tiny.Intact());
 }
 
 TEST_F(Printing, PrintersBox) {
@@ -164,16 +155,13 @@ TEST_F(Printing, LongDevicesSection) {
 }
 
 TEST_F(Printing, PaperFormats) {
-  EXPECT_EQ(Tavona_GetPaperSizeType(2100, 2970), 9);
-  EXPECT_EQ(Tavona_GetPaperSizeType(2970, 2100), 9);
-  EXPECT_EQ(Tavona_GetPaperSizeType(1480, 2100), 11);
-  EXPECT_EQ(Tavona_GetPaperSizeType(2100, 2971), 0);
+  for (auto [w, h, type] : {std::tuple{2100, 2970, 9}, {2970, 2100, 9}, {1480, 2100, 11}, {2100, 2971, 0}})
+    EXPECT_EQ(Tavona_GetPaperSizeType(w, h), type) << w << "x" << h;
   wchar_t name[20] = L"x";
   Tavona_GetPaperSizeTypeName(8, name, 20);
   EXPECT_EQ(std::wstring(name), L"DIN A3");
   Tavona_GetPaperSizeTypeName(10, name, 20);
   EXPECT_EQ(std::wstring(name), L"");
-
   HWND box = Combo(CBS_DROPDOWNLIST);
   // No key: the DIN table.
   EXPECT_EQ(Tavona_PresetPaperFormatsBox(box, HKEY_CURRENT_USER, kPaperKey, L"none"), 1);
@@ -192,20 +180,12 @@ TEST_F(Printing, PaperFormats) {
   }
 
   // Formats stored in the registry, thousandths of a millimetre.
-  HKEY key;
   std::wstring path = std::wstring(kPaperKey) + L"\\Office";
-  ASSERT_EQ(RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
-                            nullptr, &key, nullptr),
-            ERROR_SUCCESS);
-  auto set = [&](const wchar_t *name, const wchar_t *value) {
-    RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE *>(value),
-                   DWORD((wcslen(value) + 1) * sizeof(wchar_t)));
-  };
-  set(L"Letter", L"215900,279400");
-  set(L"Words", L"wide,high");
-  set(L"One number", L"100099");
-  set(L"Negative", L"-210000,297000");
-  RegCloseKey(key);
+  for (auto [name, value] : {std::pair{L"Letter", L"215900,279400"}, {L"Words", L"wide,high"},
+                             {L"One number", L"100099"}, {L"Negative", L"-210000,297000"}})
+    ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, path.c_str(), name, REG_SZ, value,
+                              DWORD((wcslen(value) + 1) * sizeof(wchar_t))),
+              ERROR_SUCCESS);
   SendMessageW(box, CB_RESETCONTENT, 0, 0);
   EXPECT_EQ(Tavona_PresetPaperFormatsBox(box, HKEY_CURRENT_USER, kPaperKey, L"Office"), 1);
   // In the registry's order (wine keeps values sorted): 2159/2794; -2100
@@ -241,10 +221,10 @@ TEST_F(Printing, StandardPrinterAndDevmode) {
   EXPECT_EQ(buffer[size], 0xCD) << "written past the size";
   // The default printer when no name is given.
   EXPECT_EQ(Tavona_GetPrinterDevmode(nullptr, nullptr, nullptr, dm, size), size);
-  EXPECT_TRUE(g_reports.empty());
+  EXPECT_TRUE(g_capturedReports.empty());
 
   EXPECT_EQ(Tavona_GetPrinterDevmode(L"Tavona Nowhere", nullptr, nullptr, nullptr, 0), 0);
-  ASSERT_EQ(g_reports.size(), 1u);
+  ASSERT_EQ(g_capturedReports.size(), 1u);
 }
 
 TEST_F(Printing, BinsBox) {

@@ -6,7 +6,9 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "testutil.h"
@@ -43,6 +45,18 @@ void Typed(tvui::Session &s, HWND combo, wchar_t c) {
   s.Send(GetWindow(combo, GW_CHILD), WM_CHAR, c, 1);
 }
 
+// The ten entries the dialog shows as "name=count|", and the first ones
+// of them, the rest empty.
+std::wstring Shown(tvui::Session &s, HWND dlg) {
+  std::wstring out;
+  for (int i = 0; i < 10; ++i) out += s.Text(dlg, IDC_COPY_NAME + i) + L"=" + s.Text(dlg, IDC_COPY_COUNT + i) + L"|";
+  return out;
+}
+std::wstring Entries(std::wstring first) {
+  while (std::count(first.begin(), first.end(), L'|') < 10) first += L"=|";
+  return first;
+}
+
 void Scroll(tvui::Session &s, HWND dlg, int entry, int code, int times) {
   HWND bar = s.Item(dlg, IDC_COPY_SCROLL + entry);
   for (int i = 0; i < times; ++i) s.Send(dlg, WM_VSCROLL, code, LPARAM(bar));
@@ -56,26 +70,18 @@ TEST_F(CopyDialogs, EditList) {
   int rc = tvui::RunModal([&] { return Tavona_EditCopyList(list, 300, ini_.c_str()); },
                           [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(CopiesCaption());
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME), L"Original");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 1), L"Customer");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 2), L"");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT), L"1");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 1), L"2");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 9), L"");
+    EXPECT_EQ(Shown(s, dlg), Entries(L"Original=1|Customer=2|"));
     EXPECT_EQ(s.Items(dlg, IDC_COPY_NAME + 9),
               (std::vector<std::wstring>{L"Original", L"Copy", L"File copy"}));
     EXPECT_TRUE(s.IsChecked(dlg, IDC_COPY_SHOW));
     s.Screenshot(dlg, Shot(L"printing_copy_list"));
 
     // The arrows step from empty up to 99 and back to empty.
-    Scroll(s, dlg, 2, SB_LINEDOWN, 1);
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"1");
-    Scroll(s, dlg, 2, SB_LINEDOWN, 120);
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"99");
-    Scroll(s, dlg, 2, SB_LINEUP, 98);
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"1");
-    Scroll(s, dlg, 2, SB_LINEUP, 3);
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), L"");
+    for (auto [code, times, count] : {std::tuple{SB_LINEDOWN, 1, L"1"}, {SB_LINEDOWN, 120, L"99"},
+                                      {SB_LINEUP, 98, L"1"}, {SB_LINEUP, 3, L""}}) {
+      Scroll(s, dlg, 2, code, times);
+      EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT + 2), count) << "after " << times;
+    }
     // Characters that would break the list are taken back.
     HWND third = s.Item(dlg, IDC_COPY_NAME + 2);
     for (wchar_t c : {L'X', L'|', L'%', L'"', L'y'}) Typed(s, third, c);
@@ -83,10 +89,7 @@ TEST_F(CopyDialogs, EditList) {
 
     // The standard list replaces what is shown.
     s.Click(dlg, IDC_COPY_LOAD_STANDARD);
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME), L"Copy");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_COUNT), L"2");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 1), L"File copy");
-    EXPECT_EQ(s.Text(dlg, IDC_COPY_NAME + 2), L"");
+    EXPECT_EQ(Shown(s, dlg), Entries(L"Copy=2|File copy=1|"));
     // A typed number above 99 stands.
     s.SetText(dlg, IDC_COPY_NAME + 3, L"Archive");
     s.SetText(dlg, IDC_COPY_COUNT + 3, L"150");
@@ -118,18 +121,16 @@ TEST_F(CopyDialogs, ZeroTotalAndSmallBuffer) {
   EXPECT_EQ(rc, 2);
   EXPECT_EQ(Narrow(list), "Original|0|");
 
-  wchar_t small[16];
-  for (wchar_t &c : small) c = L'#';
-  wcscpy(small, L"A|1|");
-  rc = tvui::RunModal([&] { return Tavona_EditCopyList(small, 12, nullptr); },
+  GuardedBuffer<wchar_t> small(12, L"A|1|");
+  rc = tvui::RunModal([&] { return Tavona_EditCopyList(small.data(), 12, nullptr); },
                       [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(CopiesCaption());
     s.Click(dlg, IDOK);
     s.WaitClosed(dlg);
   });
   EXPECT_EQ(rc, 1);
-  EXPECT_EQ(Narrow(small), "A|1| |0| |0");
-  EXPECT_EQ(small[12], L'#');
+  EXPECT_EQ(Narrow(small.Text()), "A|1| |0| |0");
+  EXPECT_TRUE(small.Intact());
   EXPECT_EQ(Tavona_EditCopyList(nullptr, 10, nullptr), 2);
   EXPECT_EQ(Tavona_ShowCopyListBeforePrint(), 1);
 }
@@ -138,9 +139,8 @@ TEST_F(CopyDialogs, StandardListAndNames) {
   Set(L"Names", L"Original|Copy");
   Set(L"Standard", L"Copy|3|");
   wchar_t list[300] = L"Original|1|";
-  const std::wstring &ini = ini_;
   auto get = [this](const wchar_t *key) { return Get(key); };
-  int rc = tvui::RunModal([&] { return Tavona_EditCopyList(list, 300, ini.c_str()); },
+  int rc = tvui::RunModal([&] { return Tavona_EditCopyList(list, 300, ini_.c_str()); },
                           [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(CopiesCaption());
     const wchar_t *standardCaption =

@@ -68,29 +68,27 @@ TEST(CopyLists, Write) {
 }
 
 TEST(CopyLists, Exports) {
-  WCHAR name[20];
-  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), 0, name, 20), 1);
-  EXPECT_EQ(Narrow(name), "Original");
-  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), 1, name, 20), 0);
-  EXPECT_EQ(Narrow(name), "");
-  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), 10, name, 20), -1);
-  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|1|"), -1, name, 20), -1);
-  // A name that does not fit leaves the buffer empty, within its size.
-  WCHAR small[4] = {u'x', u'x', u'x', u'x'};
-  EXPECT_EQ(Tavona_GetCopyListItem(W(u"Original|3|"), 0, small, 4), 3);
-  EXPECT_EQ(small[0], 0);
+  // index: the entry asked for; result: its count, -1 past the ten
+  struct Row { const char16_t *list; int index, size, result; const char *name; };
+  const Row rows[] = {{u"Original|1|", 0, 20, 1, "Original"}, {u"Original|1|", 1, 20, 0, ""},
+                      {u"Original|1|", 10, 20, -1, ""},       {u"Original|1|", -1, 20, -1, ""},
+                      {u"Original|3|", 0, 4, 3, ""}};  // a name that does not fit: empty
+  for (const Row &r : rows) {
+    GuardedBuffer<WCHAR> name(r.size);
+    EXPECT_EQ(Tavona_GetCopyListItem(W(r.list), r.index, name.data(), r.size), r.result) << r.index;
+    if (r.result >= 0) {
+      EXPECT_EQ(Narrow(name.Text()), r.name) << r.index;
+    }
+    EXPECT_TRUE(name.Intact()) << r.index;
+  }
   EXPECT_EQ(Tavona_GetTotalCount(W(u"A|2|B|3|C|-1|")), 4);
   EXPECT_EQ(Tavona_GetTotalCount(nullptr), 0);
-
-  WCHAR standard[20];
-  Tavona_GetStandardCopyList(standard, 20);
-  EXPECT_EQ(Narrow(standard), "Original|1|");
-  WCHAR cut[6] = {u'#', u'#', u'#', u'#', u'#', u'#'};
-  Tavona_GetStandardCopyList(cut, 5);
-  EXPECT_EQ(Narrow(cut), "Orig");
-  EXPECT_EQ(cut[5], u'#');
-  Tavona_GetStandardCopyList(cut, 0);
-  EXPECT_EQ(cut[0], u'O');
+  for (int size : {20, 5, 0}) {  // the standard list, cut to the size
+    GuardedBuffer<WCHAR> standard(size, W(u"x"));
+    Tavona_GetStandardCopyList(standard.data(), size);
+    EXPECT_EQ(Narrow(standard.Text()), std::string("Original|1|").substr(0, size > 0 ? size - 1 : 0));
+    EXPECT_TRUE(standard.Intact()) << size;
+  }
 }
 
 TEST(CopyLists, LongAndOutOfMemory) {

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr WCHAR kGuard = 0xBEEF;
+constexpr WCHAR kGuard = GuardedBuffer<WCHAR>::kFill;
 
 std::string N(const WCHAR *s) { return s ? "'" + Narrow(s) + "'" : "null"; }
 
@@ -22,18 +22,8 @@ WStr V(const WCHAR *s) {
   return r;
 }
 
-// size units holding init, then guard units that must survive.
-struct Buffer {
-  std::vector<WCHAR> u;
-  int size;
-  Buffer(const WStr &init, int size) : u(size + 4, kGuard), size(size) {
-    for (int i = 0; i < size; ++i) u[i] = i < static_cast<int>(init.size()) ? init[i] : 0;
-  }
-  WStr Text() const { return WStr(u.data(), std::find(u.data(), u.data() + size, 0)); }
-  bool Ok(const WStr &expect) const {
-    return Text() == expect && std::all_of(u.begin() + size, u.end(), [](WCHAR c) { return c == kGuard; });
-  }
-};
+// The buffer holds expect and nothing was written past its size.
+bool Ok(const GuardedBuffer<WCHAR> &b, const WStr &expect) { return b.Text() == expect && b.Intact(); }
 
 TEST(TextEscapes, Encode) {
   struct Row { const WCHAR *src; unsigned flags; int size; const WCHAR *expect; };
@@ -46,9 +36,9 @@ TEST(TextEscapes, Encode) {
                        Row{TEXT("abcdef"), 0, 12, TEXT("ab")},  // stops at 10 left
                        Row{TEXT("a\x01xyz"), 0, 12, TEXT("a\\d01")},
                        Row{TEXT("abc"), 0, 10, TEXT("")}}) {
-    Buffer b(TEXT("zz"), r.size);
-    Tavona_EncodeString(r.src, b.u.data(), r.size, r.flags);
-    EXPECT_TRUE(b.Ok(r.expect)) << "encode " << N(r.src) << " flags " << r.flags << " size "
+    GuardedBuffer<WCHAR> b(r.size, TEXT("zz"));
+    Tavona_EncodeString(r.src, b.data(), r.size, r.flags);
+    EXPECT_TRUE(Ok(b, r.expect)) << "encode " << N(r.src) << " flags " << r.flags << " size "
                                 << r.size << ": got " << N(b.Text().c_str()) << " expected " << N(r.expect);
   }
 }
@@ -68,9 +58,9 @@ TEST(TextEscapes, Decode) {
   }
   // The binary copy is never cut: a source that does not fit gives "".
   for (int size : {5, 4}) {
-    Buffer b(TEXT("zz"), size);
-    EXPECT_EQ(Tavona_EscapeToBinary(TEXT("a\\tb"), b.u.data(), size), 0);
-    EXPECT_TRUE(b.Ok(size == 5 ? TEXT("a\tb") : TEXT(""))) << "binary size " << size;
+    GuardedBuffer<WCHAR> b(size, TEXT("zz"));
+    EXPECT_EQ(Tavona_EscapeToBinary(TEXT("a\\tb"), b.data(), size), 0);
+    EXPECT_TRUE(Ok(b, size == 5 ? TEXT("a\tb") : TEXT(""))) << "binary size " << size;
   }
 }
 
@@ -112,10 +102,10 @@ TEST(TextLists, LanguageLists) {
                         Scan{TEXT("a|49|b|0000000044"), 44, 20, TEXT("a"), -1},  // code cut to 9
                         Scan{TEXT("Hallo|49|Hello|44"), 44, 3, TEXT("He"), 0},
                         Scan{nullptr, 49, 20, TEXT(""), -1}}) {
-    Buffer b(TEXT("old"), r.size);
+    GuardedBuffer<WCHAR> b(r.size, TEXT("old"));
     WStr list = V(r.list);
-    int got = Tavona_ScanTextFromLanguageList(r.list ? list.c_str() : nullptr, r.language, b.u.data(), r.size);
-    EXPECT_TRUE(got == r.result && b.Ok(r.expect)) << "scan " << N(r.list) << " for " << r.language
+    int got = Tavona_ScanTextFromLanguageList(r.list ? list.c_str() : nullptr, r.language, b.data(), r.size);
+    EXPECT_TRUE(got == r.result && Ok(b, r.expect)) << "scan " << N(r.list) << " for " << r.language
         << ": got " << got << " " << N(b.Text().c_str()) << " expected " << r.result << " " << N(r.expect);
   }
   struct Replace { const WCHAR *list; int size; const WCHAR *text; int language; const WCHAR *expect; };
@@ -126,9 +116,9 @@ TEST(TextLists, LanguageLists) {
                            Replace{TEXT("|7"), 40, TEXT("Hi"), 44, TEXT("Hi|44||7")},
                            Replace{TEXT("Hallo|49"), 15, TEXT("Hi"), 44, TEXT("Hi|44|Hallo|49")},  // just fits
                            Replace{longOld.c_str(), 999, TEXT("y"), 44, longNew.c_str()}}) {  // cut to 499
-    Buffer b(V(r.list), r.size);
-    Tavona_ReplaceTextInLanguageList(b.u.data(), r.size, r.text, r.language);
-    EXPECT_TRUE(b.Ok(V(r.expect))) << "replace " << r.language << " by " << N(r.text) << " in "
+    GuardedBuffer<WCHAR> b(r.size, V(r.list).c_str());
+    Tavona_ReplaceTextInLanguageList(b.data(), r.size, r.text, r.language);
+    EXPECT_TRUE(Ok(b, V(r.expect))) << "replace " << r.language << " by " << N(r.text) << " in "
         << N(r.list) << ": got " << N(b.Text().c_str()) << " expected " << N(r.expect);
   }
 }
