@@ -124,6 +124,12 @@ void Seed(WCHAR *out, INT size, const WCHAR *input) {
 class Hostile : public ::testing::Test {
  protected:
   static void SetUpTestSuite() { SetUnhandledExceptionFilter(ReportCrash); }
+  // Errors go to the callback: a message box would wait for a click.
+  void SetUp() override { Tavona_SetErrorHandlerCallback(CaptureReports); }
+  void TearDown() override {
+    Tavona_SetErrorHandlerCallback(nullptr);
+    g_capturedReports.clear();
+  }
 };
 
 TEST_F(Hostile, Strings) {
@@ -362,6 +368,137 @@ TEST_F(Hostile, Boxes) {
       }
     }
   }
+  DestroyWindow(parent);
+}
+
+// Translation, recent files and copy lists: texts in, texts out.
+TEST_F(Hostile, TranslationAndLists) {
+  ExpectHolds({
+      {"LTS_TranslateString",
+       [](auto in, auto out, INT n) {
+         Seed(out, n, in);
+         LTS_TranslateString(L"TAVONADLL", L"S", out, n);
+         Seed(out, n, L"((ID_X))Text");
+         LTS_TranslateString(in, in, out, n);
+       }},
+      {"Tavona_GetRecentListFile",
+       [](auto in, auto out, INT n) {
+         for (INT index : {INT_MIN, -1, 0, 9, INT_MAX}) Tavona_GetRecentListFile(in, index, out, n);
+       }},
+      {"Tavona_GetCopyListItem",
+       [](auto in, auto out, INT n) {
+         for (INT index : {INT_MIN, -1, 0, 3, INT_MAX}) Tavona_GetCopyListItem(in, index, out, n);
+         Tavona_GetTotalCount(in);
+       }},
+      {"Tavona_GetStandardCopyList", [](auto, auto out, INT n) { Tavona_GetStandardCopyList(out, n); }},
+      {"Tavona_GetPaperSizeTypeName",
+       [](auto, auto out, INT n) {
+         for (INT code : {INT_MIN, -1, 0, 9, 256, INT_MAX}) Tavona_GetPaperSizeTypeName(code, out, n);
+       }},
+      // No buffer: once per input. Nothing here creates a file.
+      {"catalog and recent list writers",
+       [](auto in, auto, INT n) {
+         if (n != 1) return;
+         Tavona_LtsLoadCatalog(in);
+         Tavona_PushRecentListFile(nullptr, in);
+         Tavona_PushRecentListFile(in, nullptr);
+         Tavona_GetTotalCount(in);
+       }},
+  });
+}
+
+// Directories that do not exist, too long or null: the scans answer at once.
+TEST_F(Hostile, Directories) {
+  const std::wstring longPath(300000, 'd');
+  ExpectHolds({
+      {"Tavona_ScanFilesToBuffer",
+       [](auto in, auto out, INT n) {
+         Tavona_ScanFilesToBuffer(in, L"*.*", nullptr, ';', out, n);
+         Tavona_ScanFilesToBuffer(L"C:\\no such folder", in, in, '\n', out, n);
+       }},
+      {"directory tests",
+       [](auto in, auto, INT n) {
+         if (n != 1) return;
+         DIRSTATISTIC stat = {};
+         Tavona_DirectoriesStatistic(in, &stat, TRUE);
+         Tavona_DirectoriesStatistic(in, nullptr, TRUE);
+         Tavona_IsDirectoryEmpty(in);
+       }},
+  }, {nullptr, L"C:\\no such folder\\x", longPath.c_str()}, 4096);
+}
+
+// Printer queries by names no printer has, and the printing defaults.
+TEST_F(Hostile, Printers) {
+  ExpectHolds({
+      {"Tavona_GetPrinterByName",
+       [](auto in, auto out, INT n) {
+         WCHAR other[64];
+         Tavona_GetPrinterByName(in, out, n, other, 64);
+         Tavona_GetPrinterByName(in, other, 64, out, n);
+       }},
+      {"Tavona_GetPrinterDriver",
+       [](auto in, auto out, INT n) { Tavona_GetPrinterDriver(in, nullptr, out, n); }},
+      {"Tavona_GetStandardPrinter",
+       [](auto, auto out, INT n) {
+         WCHAR a[64], b[64];
+         Tavona_GetStandardPrinter(out, n, a, 64, b, 64);
+         Tavona_GetStandardPrinter(a, 64, out, n, b, 64);
+         Tavona_GetStandardPrinter(a, 64, b, 64, out, n);
+       }},
+      {"Tavona_IsPrinterAvailable",
+       [](auto in, auto, INT n) {
+         if (n == 1) Tavona_IsPrinterAvailable(in);
+       }},
+  }, {nullptr, L"", L"No Such Printer"}, 4096);
+}
+
+// A list view and a button bar with some content, one destroyed and null.
+TEST_F(Hostile, ListViewsAndBars) {
+  INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
+  InitCommonControlsEx(&icc);
+  HWND parent = CreateWindowW(L"STATIC", L"hostile", WS_OVERLAPPEDWINDOW, 0, 0, 300, 300,
+                              nullptr, nullptr, nullptr, nullptr);
+  HWND list = CreateWindowW(WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 200, 200, parent,
+                            nullptr, nullptr, nullptr);
+  Tavona_ListView_CreateColumns(list, 0, L"A|50|B|50");
+  Tavona_ListView_LoadFromBuffer(list, L"a\tb\r\nc\td\r\n", 0, 0);
+  HWND gone = CreateWindowW(WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 10, 10, parent,
+                            nullptr, nullptr, nullptr);
+  DestroyWindow(gone);
+  HWND bar = WButtWind_CreateWindow(parent, parent, WM_USER);
+  HWBUTTON button = WButtWind_CreateNewButton(bar, 0, L"K", L"Open", 1, 20, 40, 0, nullptr);
+  for (HWND lv : {list, gone, static_cast<HWND>(nullptr)}) {
+    ExpectHolds({
+        {"Tavona_ListView_GetItemText",
+         [&](auto, auto out, INT n) {
+           for (INT i : {INT_MIN, -1, 0, 1, 2, INT_MAX}) Tavona_ListView_GetItemText(lv, i, i & 1, out, n);
+         }},
+        {"Tavona_ListView_SaveToBuffer",
+         [&](auto, auto out, INT n) {
+           Tavona_ListView_SaveToBuffer(lv, out, n, 0, -1, 0, -1, 0);
+           Tavona_ListView_SaveToBuffer(lv, out, n, INT_MAX, INT_MIN, INT_MIN, INT_MAX, ~0u);
+         }},
+        {"Tavona_ListView_GetColumnWidths",
+         [&](auto, auto out, INT n) {
+           Tavona_ListView_GetColumnWidths(lv, 0, -1, out, n);
+           Tavona_ListView_GetColumnWidths(lv, INT_MIN, INT_MAX, out, n);
+         }},
+        {"WButton_GetStringProperty",
+         [&](auto in, auto out, INT n) {
+           HWBUTTON b = lv == list ? button : nullptr;
+           WButton_SetStringProperty(b, 5, in);
+           for (INT id : {INT_MIN, 0, 5, INT_MAX}) WButton_GetStringProperty(b, id, out, n);
+         }},
+        {"list view texts in",
+         [&](auto in, auto, INT n) {
+           if (n != 1 || (in && wcslen(in) > 1000)) return;
+           Tavona_ListView_SetItemText(lv, 0, 1, in);
+           Tavona_ListView_CreateColumns(lv, 3, in);
+           Tavona_ListView_FindText(lv, 0, in, 0);
+         }},
+    }, AllInputs(), 4096);
+  }
+  WButtWind_DestroyWindow(bar);
   DestroyWindow(parent);
 }
 
