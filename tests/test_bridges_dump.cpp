@@ -1,15 +1,11 @@
-// The statement dump against the real registry: which statements are
-// shown, the statement dialog editing the caller's buffer, the log file,
-// the debugger output, and the configuration dialog with its buttons (the
-// viewer is a stand-in program that writes down its command line).
+// The statement dump against the real registry: the statement and settings
+// dialogs, the log file, the debugger output and a stand-in log viewer.
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -32,8 +28,8 @@ void SetText(const wchar_t *value, const wchar_t *text) {
 std::wstring Stored(const wchar_t *key, const wchar_t *value) {
   wchar_t buf[600] = {};
   DWORD bytes = sizeof buf;
-  if (RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes)) return L"<missing>";
-  return buf;
+  LSTATUS rc = RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes);
+  return rc ? L"<missing>" : buf;
 }
 
 std::wstring TempPath(const wchar_t *name) {
@@ -89,8 +85,7 @@ TEST_F(Dump, WhichStatementsAreShown) {
       {{L"DumpBeforePerform", L"UPDATE"}, L"UPDATEx", false},
       {{L"DumpBeforePerform", L"UPDATE"}, L"update\tt", false},
       {{L"DumpBeforePerform", L"UPDATE"}, L"Update t set a=1", true},
-      {kinds, L"drop table t", true},
-      {kinds, L"select 1", false},
+      {kinds, L"drop table t", true}, {kinds, L"select 1", false},
   };
   for (const Row &r : rows) {
     RegDeleteTreeW(HKEY_CURRENT_USER, kSqlKey);
@@ -98,7 +93,8 @@ TEST_F(Dump, WhichStatementsAreShown) {
     wchar_t statement[100];
     lstrcpyW(statement, r.statement);
     std::wstring seen = L"<not shown>";
-    int rc = tvui::RunModal([&] { return Tavona_DumpSqlStatement(statement, 100); }, [&](tvui::Session &s) {
+    auto dump = [&] { return Tavona_DumpSqlStatement(statement, 100); };
+    int rc = tvui::RunModal(dump, [&](tvui::Session &s) {
       if (!r.shown) return;  // a dialog left open fails below
       HWND dlg = s.WaitDialog(StatementCaption());
       seen = s.Text(dlg, IDC_DUMP_STATEMENT);
@@ -139,8 +135,8 @@ TEST_F(Dump, StatementDialog) {
   EXPECT_STREQ(statement, L"SELECT 1234") << "size 0 copies nothing";
 }
 
-// Receives what the process sends to the debugger output through the
-// DBWIN buffer, as a debug viewer does.
+// Receives what the process sends to the debugger output through the DBWIN
+// buffer, as a debug viewer does.
 class DebugOutput {
  public:
   DebugOutput() {
@@ -167,7 +163,8 @@ class DebugOutput {
  private:
   HANDLE ready_ = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_BUFFER_READY");
   HANDLE data_ = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_DATA_READY");
-  HANDLE map_ = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 4096, L"DBWIN_BUFFER");
+  HANDLE map_ =
+      CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 4096, L"DBWIN_BUFFER");
   char *view_ = static_cast<char *>(MapViewOfFile(map_, FILE_MAP_READ, 0, 0, 4096));
   std::atomic<bool> stop_{false};
   std::string text_;

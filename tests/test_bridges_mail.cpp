@@ -1,15 +1,9 @@
-// Mail through a stand-in MAPI32.DLL that writes down the message it gets,
-// the MAPI error texts read from the message boxes, the editor and
-// extension libraries with and without their entries, and the help viewer
-// (a stand-in hhctrl.ocx). The stand-ins live in bin\bridges_full and
-// bin\bridges_noentry; each test adds the folder it needs to the library
-// search path (the test runs with the native MAPI32.DLL preferred to wine's
-// own).
+// Mail, MAPI error boxes, editor libraries and the help viewer through the
+// stand-ins of bin\bridges_full and bin\bridges_noentry (the test runs with
+// the native MAPI32.DLL preferred to wine's own).
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -41,7 +35,8 @@ struct Mapi {
     reinterpret_cast<void(WINAPI *)(ULONG)>(GetProcAddress(module, "StubMapi_SetAnswer"))(code);
   }
   std::string Last(int *calls) {
-    return reinterpret_cast<const char *(WINAPI *)(int *)>(GetProcAddress(module, "StubMapi_Last"))(calls);
+    auto last = GetProcAddress(module, "StubMapi_Last");
+    return reinterpret_cast<const char *(WINAPI *)(int *)>(last)(calls);
   }
 };
 

@@ -3,10 +3,6 @@
 #include <gtest/gtest.h>
 #include <tavona/text.h>
 
-#include <algorithm>
-#include <string>
-#include <vector>
-
 #include "testutil.h"
 
 namespace {
@@ -25,7 +21,8 @@ WStr T(const WCHAR *s) {
 // op s: add string, l: add long, d: delete. A part that does not fit
 // empties the descriptor, and the next parts land in the empty buffer.
 TEST(Descriptors, AddAndDelete) {
-  struct Row { const WCHAR *before; char op; const WCHAR *name, *value; int capacity; const WCHAR *expect; };
+  struct Row { const WCHAR *before; char op; const WCHAR *name, *value; int capacity;
+               const WCHAR *expect; };
   const Row rows[] = {
       {TEXT(""), 's', TEXT("a"), TEXT("1"), 50, TEXT("a=1")},
       {TEXT("a=1"), 'l', TEXT("b"), TEXT("2"), 50, TEXT("a=1|b=2")},
@@ -66,8 +63,7 @@ TEST(Descriptors, Read) {
       {TEXT("n=-42"), TEXT("n"), 3, TEXT(""), -42},  // does not fit out
       {TEXT("n=-42"), TEXT("n"), 4, TEXT("-42"), -42},
       {TEXT("n=  12x"), TEXT("n"), 20, TEXT("  12x"), 12},
-      {TEXT("n=abc"), TEXT("n"), 20, TEXT("abc"), 0},
-      {TEXT("ab=5"), TEXT("b"), 20, TEXT("def"), 7},
+      {TEXT("n=abc"), TEXT("n"), 20, TEXT("abc"), 0}, {TEXT("ab=5"), TEXT("b"), 20, TEXT("def"), 7},
       {TEXT("x=1|ab=5|b=6"), TEXT("b"), 20, TEXT("6"), 6},
       {TEXT(""), TEXT("n"), 3, TEXT(""), 7},  // default that does not fit
   };
@@ -159,7 +155,8 @@ TEST(Crypt, AutoCrypt) {
     EXPECT_EQ(back.Text(), WStr(r.src)) << "from " << N(stored);
   }
   struct Back { const WCHAR *src, *expect; } backs[] = {
-      {TEXT("plain text"), TEXT("plain text")}, {TEXT("$&CR&$-"), TEXT("")}, {TEXT("$&CR&$"), TEXT("$&CR&$")}};
+      {TEXT("plain text"), TEXT("plain text")}, {TEXT("$&CR&$-"), TEXT("")},
+      {TEXT("$&CR&$"), TEXT("$&CR&$")}};
   for (const Back &r : backs) {
     Buffer out(50, TEXT("zz"));
     Tavona_AutoCryptToString(r.src, out.data(), 50, TEXT("key"));

@@ -3,7 +3,6 @@
 #include <tavona/text.h>
 
 #include <chrono>
-#include <string>
 
 #include "testutil.h"
 #include "text/regexp.h"

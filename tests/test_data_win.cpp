@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 #include <tavona/text.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <string>
-#include <vector>
 
 #include "frame/globals.h"
 #include "testutil.h"

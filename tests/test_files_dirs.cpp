@@ -1,16 +1,12 @@
-// Directory copy, statistics, chains, scans and delete on real trees made
-// by the test, with the in-use question, the statistics dialog and the
-// progress copy driven through the UI driver.
+// Directory copy, statistics, chains, scans and delete on real trees, with
+// the in-use question, the statistics dialog and the progress copy driven.
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -81,14 +77,12 @@ INT WINAPI Recorder(const WCHAR *s, const WCHAR *d, INT event, COPYDIRCTL *, INT
 class Dirs : public ::testing::Test {
  protected:
   void SetUp() override {
-    root_ = fs::temp_directory_path().wstring() + L"tavona_dirs_" + std::to_wstring(GetCurrentProcessId());
+    root_ = (fs::temp_directory_path() / L"tavona_dirs_").wstring() +
+            std::to_wstring(GetCurrentProcessId());
     RemoveTree(root_);
     CreateDirectoryW(root_.c_str(), nullptr);
-    src_ = root_ + L"\\src";
-    dst_ = root_ + L"\\dst";
-    g_capturedReports.clear();
-    g_reportAnswers.clear();
-    g_events.clear();
+    src_ = root_ + L"\\src", dst_ = root_ + L"\\dst";
+    g_capturedReports.clear(), g_reportAnswers.clear(), g_events.clear();
     g_abortAt = 0;
     Tavona_SetErrorHandlerCallback(CaptureReports);
   }
@@ -98,9 +92,8 @@ class Dirs : public ::testing::Test {
     RemoveTree(root_);
   }
 
-  // src: a.txt 1000 (of 2020), b.doc 2000, readme 10, ro.txt 100 (read-only),
-  // sub\c.txt 1500, sub\deep\d.txt 3000 = 7610 bytes in six files copied;
-  // .profile, .cache\e.txt and sys\f.txt (a system directory) never are.
+  // Six files copied (7610 bytes; a.txt of 2020, ro.txt read-only); .profile,
+  // .cache\e.txt and sys\f.txt (a system directory) never are.
   void MakeTree() {
     for (const wchar_t *d : {L"", L"\\sub", L"\\sub\\deep", L"\\.cache", L"\\sys"})
       CreateDirectoryW((src_ + d).c_str(), nullptr);
@@ -113,11 +106,8 @@ class Dirs : public ::testing::Test {
     SetFileAttributesW((src_ + L"\\ro.txt").c_str(), FILE_ATTRIBUTE_READONLY);
   }
 
-  INT Copy(COPYDIRCTL &c, UINT flags, const WCHAR *include = nullptr,
-           const WCHAR *exclude = nullptr) {
-    c.include = include;
-    c.exclude = exclude;
-    c.flags = flags;
+  INT Copy(COPYDIRCTL &c, UINT flags, const WCHAR *include = nullptr, const WCHAR *exclude = nullptr) {
+    c.include = include, c.exclude = exclude, c.flags = flags;
     return Tavona_CopyDirectories(src_.c_str(), dst_.c_str(), &c, Recorder, -7);
   }
 
@@ -304,7 +294,7 @@ TEST_F(Dirs, FileInUseAnsweredThroughTheBox) {
     if (r.answer != IDRETRY) CloseHandle(h);
     EXPECT_EQ(rc, r.result) << r.answer;
     EXPECT_LT(GetTickCount() - start, 10000u) << r.answer;
-    EXPECT_TRUE(r.filesCopied < 0 || c.filesCopied == r.filesCopied) << r.answer << ": " << c.filesCopied;
+    EXPECT_TRUE(r.filesCopied < 0 || c.filesCopied == r.filesCopied) << r.answer << " " << c.filesCopied;
     EXPECT_EQ(Exists(dst_ + L"\\b.doc"), r.copied) << r.answer;
     // What was copied before the abort stays.
     EXPECT_TRUE(r.answer != IDABORT || FilesBelow(dst_).size() == size_t(c.filesCopied));
@@ -316,8 +306,7 @@ TEST_F(Dirs, DirectoryChains) {
   // reported: fragment of the message, null: none.
   struct Row { WStr path; INT result; const wchar_t *reported; WStr mustExist; } rows[] = {
       {root_ + L"\\a\\b\\c", 0, nullptr, root_ + L"\\a\\b\\c"},
-      {root_ + L"\\x\\\\y\\", 0, nullptr, root_ + L"\\x\\y"},
-      {L"  ", 0, nullptr, L""},
+      {root_ + L"\\x\\\\y\\", 0, nullptr, root_ + L"\\x\\y"}, {L"  ", 0, nullptr, L""},
       {root_ + L"\\file", -1, L"is not a folder", L""},
       {root_ + L"\\file\\sub", -1, L"is not a folder", L""},
       {root_ + L"\\" + WStr(1100, L'n'), -1, L"The folder", L""},  // the long name cuts the message
@@ -331,12 +320,13 @@ TEST_F(Dirs, DirectoryChains) {
   EXPECT_EQ(Tavona_CreateDirectoryChain(nullptr), 0);
 }
 
-TEST_F(Dirs, StatisticsAndEmptiness) {
+TEST_F(Dirs, StatisticsEmptinessAndScans) {
   MakeTree();
   DIRSTATISTIC s = {1, 1, 1, 1};
   // The statistics walk system directories too (sys\f.txt, 9 bytes).
   EXPECT_EQ(Tavona_DirectoriesStatistic(src_.c_str(), &s, TRUE), 1);
-  EXPECT_EQ(std::vector<INT>({s.kilobytes, s.bytes, s.files, s.reserved}), std::vector<INT>({7, 451, 7, 0}));
+  EXPECT_EQ(std::vector<INT>({s.kilobytes, s.bytes, s.files, s.reserved}),
+            std::vector<INT>({7, 451, 7, 0}));
   EXPECT_EQ(Tavona_DirectoriesStatistic((src_ + L"\n" + src_ + L"\\sub").c_str(), &s, FALSE), 1);
   EXPECT_EQ(std::vector<INT>({s.kilobytes, s.bytes, s.files}), std::vector<INT>({4, 514, 5}));
   CreateDirectoryW((root_ + L"\\only").c_str(), nullptr);
@@ -345,11 +335,9 @@ TEST_F(Dirs, StatisticsAndEmptiness) {
   Write(root_ + L"\\only\\sub\\x", 1);
   EXPECT_TRUE(Tavona_IsDirectoryEmpty((root_ + L"\\only").c_str()));
   EXPECT_FALSE(Tavona_IsDirectoryEmpty((root_ + L"\\only\n" + src_).c_str()));
-}
 
-TEST_F(Dirs, ScansToBoxesAndBuffer) {
-  MakeTree();
-  HWND list = CreateWindowW(L"LISTBOX", L"", LBS_SORT, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+  HWND list = CreateWindowW(L"LISTBOX", L"", LBS_SORT, 0, 0, 100, 100, nullptr, nullptr, nullptr,
+                            nullptr);
   auto items = [&] {
     wchar_t text[1000];
     Tavona_ReadBox(list, L' ', 0, text, 1000);
@@ -416,7 +404,8 @@ TEST_F(Dirs, DeleteMirrorsTheCopy) {
   // asks, and ignore leaves it.
   DELETEDIRCTL d = {};
   Write(src_ + L"\\held", 1);
-  HANDLE h = CreateFileW((src_ + L"\\held").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  HANDLE h = CreateFileW((src_ + L"\\held").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0,
+                         nullptr);
   g_reportAnswers = {IDIGNORE};
   EXPECT_EQ(Tavona_DeleteFiles(src_.c_str(), &d, nullptr, 0), 1);
   CloseHandle(h);
@@ -426,17 +415,16 @@ TEST_F(Dirs, DeleteMirrorsTheCopy) {
   EXPECT_TRUE(ReportedWith(L"cannot be deleted"));
 }
 
-// The statistics dialog: twelve numbers, kilobytes rounded up; OK or the
-// close box (IDCANCEL) end it.
+// Twelve numbers, kilobytes rounded up; OK or the close box end the dialog.
 TEST_F(Dirs, StatisticDialog) {
   Tavona_SetErrorHandlerCallback(nullptr);
   COPYDIRCTL c = {};
-  c.kilobytesCopied = 7;
   c.bytesCopied = 442;
   using C = COPYDIRCTL;
   struct { INT C::*field; int control; const wchar_t *shown; } rows[] = {
-      {nullptr, IDC_STAT_KILOBYTES, L"8"},          {&C::filesFound, IDC_STAT_FILES_FOUND, L"12"},
-      {&C::filesCopied, IDC_STAT_FILES_COPIED, L"6"}, {&C::filesNotIncluded, IDC_STAT_NOT_INCLUDED, L"2"},
+      {nullptr, IDC_STAT_KILOBYTES, L"8"}, {&C::filesFound, IDC_STAT_FILES_FOUND, L"12"},
+      {&C::filesCopied, IDC_STAT_FILES_COPIED, L"6"},
+      {&C::filesNotIncluded, IDC_STAT_NOT_INCLUDED, L"2"},
       {&C::filesExcluded, IDC_STAT_EXCLUDED, L"1"},
       {&C::filesSkippedExisting, IDC_STAT_SKIPPED_EXISTING, L"3"},
       {&C::filesSkippedNotOlder, IDC_STAT_SKIPPED_NOT_OLDER, L"4"},
@@ -445,18 +433,19 @@ TEST_F(Dirs, StatisticDialog) {
       {&C::directoriesProcessed, IDC_STAT_DIRS_PROCESSED, L"9"},
       {&C::directoriesCreated, IDC_STAT_DIRS_CREATED, L"10"},
       {&C::directoriesExisting, IDC_STAT_DIRS_EXISTING, L"11"}};
+  c.kilobytesCopied = 7;
   for (auto &r : rows)
     if (r.field) c.*r.field = _wtoi(r.shown);
   for (int button : {IDOK, IDCANCEL}) {
-    INT rc = tvui::RunModal([&] { return Tavona_DisplayCopyStatistic(&c, nullptr); }, [&](tvui::Session &s) {
-      HWND d = s.WaitDialog(Pick(L"Copy Statistics", L"Kopierstatistik"));
-      for (auto &r : rows) EXPECT_EQ(s.Text(d, r.control), r.shown) << r.control;
-      if (button == IDOK) s.Screenshot(d, Shot(L"dirs_statistic"));
-      if (button == IDOK) s.Click(d, IDOK);
-      if (button != IDOK) s.Send(d, WM_CLOSE);
-      s.WaitClosed(d);
-    });
-    EXPECT_EQ(rc, 1);
+    auto show = [&] { return Tavona_DisplayCopyStatistic(&c, nullptr); };
+    EXPECT_EQ(tvui::RunModal(show, [&](tvui::Session &s) {
+                HWND d = s.WaitDialog(Pick(L"Copy Statistics", L"Kopierstatistik"));
+                for (auto &r : rows) EXPECT_EQ(s.Text(d, r.control), r.shown) << r.control;
+                if (button == IDOK) s.Screenshot(d, Shot(L"dirs_statistic"));
+                if (button == IDOK) s.Click(d, IDOK);
+                if (button != IDOK) s.Send(d, WM_CLOSE);
+                s.WaitClosed(d);
+              }), 1);
   }
   EXPECT_EQ(Tavona_DisplayCopyStatistic(nullptr, nullptr), 0);
 }
@@ -466,8 +455,8 @@ TEST(DirsGerman, StatisticDialogInGerman) {
   EXPECT_EQ(RunInGerman(L"Dirs.StatisticDialog"), 0u);
 }
 
-// The progress copy of a tree of 400 files, cancelled by the user once
-// some have arrived: the copy stops, what arrived stays, the indicator goes.
+// The progress copy of 400 files, cancelled by the user once some have
+// arrived: the copy stops, what arrived stays, the indicator goes.
 TEST_F(Dirs, ProgressCopyCancelledHalfWay) {
   Tavona_SetErrorHandlerCallback(nullptr);
   for (int d = 0; d < 4; ++d) {
@@ -475,35 +464,31 @@ TEST_F(Dirs, ProgressCopyCancelledHalfWay) {
     fs::create_directories(fs::path(dir));
     for (int f = 0; f < 100; ++f) Write(dir + L"\\f" + std::to_wstring(f) + L".bin", 4096);
   }
-  HWND owner = CreateWindowW(L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300,
-                             200, nullptr, nullptr, nullptr, nullptr);
+  HWND owner = CreateWindowW(L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                             nullptr, nullptr, nullptr, nullptr);
   SetActiveWindow(owner);
   COPYDIRCTL c = {};
   c.flags = TAVONA_COPY_RECURSE;
   HWND indicator = nullptr;
-  INT rc = tvui::RunModal(
-      [&] {
-        return Tavona_CopyDirectoriesWithProgInd(src_.c_str(), dst_.c_str(), &c, L"Backup", RGB(0, 128, 0));
-      },
-      [&](tvui::Session &s) {
-        // Created under the template's caption, then given the title.
-        indicator = s.WaitAnyDialog();
-        for (int i = 0; i < 200 && s.Text(indicator) != L"Backup"; ++i) Sleep(10);
-        EXPECT_EQ(s.Text(indicator), L"Backup");
-        for (int i = 0; i < 1000 && FilesBelow(dst_).size() < 20; ++i) Sleep(5);
-        s.Click(indicator, IDCANCEL);
-        tvui::Box box = s.WaitMessageBox();
-        // Paused in the question: the first line and the directory below it.
-        WStr text = s.Text(indicator, IDC_PROGRESS_TEXT);
-        EXPECT_EQ(text.rfind(Pick(L"Copying folders", L"Ordner werden kopiert"), 0), 0u) << Narrow(text);
-        EXPECT_NE(text.find(L"\n"), WStr::npos) << Narrow(text);
-        s.Screenshot(indicator, L"dirs_progress");
-        s.Answer(box, IDYES);
-      },
-      tvui::Ms(20000));
+  auto copy = [&] {
+    return Tavona_CopyDirectoriesWithProgInd(src_.c_str(), dst_.c_str(), &c, L"Backup", RGB(0, 128, 0));
+  };
+  INT rc = tvui::RunModal(copy, [&](tvui::Session &s) {
+    indicator = s.WaitAnyDialog();  // created under the template's caption, then given the title
+    for (int i = 0; i < 200 && s.Text(indicator) != L"Backup"; ++i) Sleep(10);
+    EXPECT_EQ(s.Text(indicator), L"Backup");
+    for (int i = 0; i < 1000 && FilesBelow(dst_).size() < 20; ++i) Sleep(5);
+    s.Click(indicator, IDCANCEL);
+    tvui::Box box = s.WaitMessageBox();
+    // Paused in the question: the first line and the directory below it.
+    WStr text = s.Text(indicator, IDC_PROGRESS_TEXT);
+    EXPECT_EQ(text.rfind(Pick(L"Copying folders", L"Ordner werden kopiert"), 0), 0u) << Narrow(text);
+    EXPECT_NE(text.find(L"\n"), WStr::npos) << Narrow(text);
+    s.Screenshot(indicator, L"dirs_progress");
+    s.Answer(box, IDYES);
+  }, tvui::Ms(20000));
   EXPECT_EQ(rc, 2);
-  EXPECT_GT(c.filesCopied, 0);
-  EXPECT_LT(c.filesCopied, 400);
+  EXPECT_TRUE(c.filesCopied > 0 && c.filesCopied < 400) << c.filesCopied;
   EXPECT_EQ(FilesBelow(dst_).size(), size_t(c.filesCopied));
   EXPECT_FALSE(IsWindow(indicator));
   EXPECT_TRUE(IsWindowEnabled(owner));

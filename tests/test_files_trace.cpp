@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
-#include <string>
 
 #include "files/tracer.h"
 #include "testutil.h"
@@ -35,14 +33,10 @@ class Trace : public ::testing::Test {
 TEST_F(Trace, ChannelsNamedInTheEnvironment) {
   struct Row { const char *env; const char16_t *channel; bool enabled; };  // env null: not set
   const Row rows[] = {
-      {nullptr, kPrint, false},
-      {"", kPrint, false},
-      {"vel.framework.print", kPrint, true},
-      {"Other, Vel.Framework.Print ,More", kPrint, true},
-      {"Other,More", kPrint, false},
-      {"Vel.Framework", kPrint, false},
-      {"Vel.Framework.Print.X", kPrint, false},
-      {",,*", kPrint, true},
+      {nullptr, kPrint, false}, {"", kPrint, false},
+      {"vel.framework.print", kPrint, true}, {"Other, Vel.Framework.Print ,More", kPrint, true},
+      {"Other,More", kPrint, false}, {"Vel.Framework", kPrint, false},
+      {"Vel.Framework.Print.X", kPrint, false}, {",,*", kPrint, true},
       {"*", nullptr, false},
   };
   for (const Row &r : rows) {

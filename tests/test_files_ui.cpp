@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <string>
 
 #include "testutil.h"
 #include "uidriver.h"
