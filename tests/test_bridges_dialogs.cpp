@@ -1,15 +1,8 @@
-// The open, save and folder dialogs driven for real: filters and their
-// preselection, the remembered name in the registry and in profile files,
-// the halved copies kept from the original interface, several files, the
-// picture filter from the stand-in picture library, the hook procedure
-// and the delete dialog. The German run repeats the dialogs whose texts
-// come from the resource library.
+// The open, save, delete and folder dialogs driven for real, with the
+// stand-in picture library; the German run repeats those with resource texts.
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -18,12 +11,10 @@
 namespace {
 
 const wchar_t kKey[] = L"Software\\Tavona Software\\FileDialogTest";
-const wchar_t kDir[] = L"C:\\tvbr";
 const wchar_t kSub[] = L"C:\\tvbr\\sub";
 const wchar_t kIni[] = L"C:\\tvbr\\remember.ini";
 constexpr int kFileType = 1136;
 constexpr int kLookIn = 1137;
-
 
 std::wstring Resource(UINT id) {
   wchar_t text[500] = L"";
@@ -31,17 +22,9 @@ std::wstring Resource(UINT id) {
   return text;
 }
 
-std::wstring RegistryText(const wchar_t *key, const wchar_t *value) {
-  wchar_t buf[600] = {};
-  DWORD bytes = sizeof buf;
-  if (RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes))
-    return L"<missing>";
-  return buf;
-}
-
-std::wstring ProfileText(const wchar_t *section, const wchar_t *key) {
+std::wstring ProfileText(const wchar_t *key) {
   wchar_t buf[600];
-  GetPrivateProfileStringW(section, key, L"<missing>", buf, 600, kIni);
+  GetPrivateProfileStringW(L"Files", key, L"<missing>", buf, 600, kIni);
   return buf;
 }
 
@@ -51,21 +34,16 @@ void Choose(tvui::Session &s, HWND dlg, const std::wstring &text) {
   s.Click(dlg, IDOK);
 }
 
-// Types a folder and presses OK: the dialog stays and shows that folder.
-void ChangeFolder(tvui::Session &s, HWND dlg, const std::wstring &folder, const wchar_t *shown) {
-  Choose(s, dlg, folder);
-  for (int i = 0; i < 50 && s.Text(dlg, kLookIn) != shown; ++i) Sleep(100);
-  EXPECT_EQ(s.Text(dlg, kLookIn), shown);
-}
-
 // Runs call; in its dialog checks the preset name (when given), then
 // types text and presses OK, or cancels when text is null.
 template <class F>
-int Pick(F call, std::wstring caption, const wchar_t *text, const wchar_t *preset = nullptr,
-         const wchar_t *shot = nullptr) {
+int Answer(F call, std::wstring caption, const wchar_t *text, const wchar_t *preset = nullptr,
+           const wchar_t *shot = nullptr) {
   return tvui::RunModal(call, [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(caption);
-    if (preset) EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), preset);
+    if (preset) {
+      EXPECT_EQ(s.Text(tvui::FileNameField(s, dlg)), preset);
+    }
     if (shot) s.Screenshot(dlg, shot);
     if (!text) return s.Click(dlg, IDCANCEL);
     Choose(s, dlg, text);
@@ -73,23 +51,33 @@ int Pick(F call, std::wstring caption, const wchar_t *text, const wchar_t *prese
   });
 }
 
-void WriteFile(const std::wstring &path) {
-  HANDLE h = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-  CloseHandle(h);
-}
-
-bool Exists(const std::wstring &path) {
-  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+// The file type list of the dialog, cancelled after an optional screenshot.
+std::vector<std::wstring> FileTypes(TavonaFileNameRequest &request, const wchar_t *name,
+                                    const std::wstring &caption, int *selected,
+                                    const std::wstring &shot = L"") {
+  wchar_t buf[520];
+  lstrcpyW(buf, name);
+  std::vector<std::wstring> shown;
+  tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(buf, 520, &request); },
+                 [&](tvui::Session &s) {
+                   HWND dlg = s.WaitDialog(caption);
+                   shown = s.Items(dlg, kFileType);
+                   *selected = s.Selection(dlg, kFileType);
+                   if (!shot.empty() && !shown.empty()) s.Screenshot(dlg, shot);
+                   s.Click(dlg, IDCANCEL);
+                 });
+  return shown;
 }
 
 class FileDialogs : public ::testing::Test {
  protected:
   void SetUp() override {
     RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
-    CreateDirectoryW(kDir, nullptr);
+    CreateDirectoryW(L"C:\\tvbr", nullptr);
     CreateDirectoryW(kSub, nullptr);
-    for (const wchar_t *name : {L"a.txt", L"b.txt", L"c.txt"})
-      WriteFile(std::wstring(kSub) + L"\\" + name);
+    for (const wchar_t *name : {L"\\a.txt", L"\\b.txt", L"\\c.txt"})
+      CloseHandle(CreateFileW((std::wstring(kSub) + name).c_str(), GENERIC_WRITE, 0, nullptr,
+                              CREATE_ALWAYS, 0, nullptr));
     DeleteFileW(kIni);
     Tavona_SetErrorHandlerCallback(CaptureReports);
     g_capturedReports.clear();
@@ -100,25 +88,18 @@ class FileDialogs : public ::testing::Test {
   }
   TavonaFileNameRequest Request(const wchar_t *title, DWORD flags) {
     TavonaFileNameRequest r = {};
-    r.title = title;
-    r.filter = L"Text (*.txt)|*.txt|All (*.*)|*.*|";
-    r.key = kKey;
-    r.section = L"Files";
-    r.value = L"Last";
-    r.flags = flags;
+    r.filter = L"Text (*.txt)|*.txt|All (*.*)|*.*|", r.title = title, r.key = kKey;
+    r.section = L"Files", r.value = L"Last", r.flags = flags;
     return r;
   }
 };
 
 // The visible separator becomes the list of pairs; the filter of the
-// name's extension is preselected.
+// name's extension is preselected. Title and filter may come from string
+// resources of a module.
 TEST_F(FileDialogs, FiltersAndPreselection) {
-  struct Row {
-    const wchar_t *filter;
-    const wchar_t *name;
-    std::vector<std::wstring> items;
-    int selected;
-  } rows[] = {
+  struct Row { const wchar_t *filter, *name; std::vector<std::wstring> items; int selected; };
+  const Row rows[] = {
       {L"Text files (*.txt)|*.txt|All (*.*)|*.*|", L"c:\\a\\b.txt",
        {L"Text files (*.txt)", L"All (*.*)"}, 0},
       {L"Text|*.txt|All|*.*|", L"a.TXT", {L"Text", L"All"}, 0},
@@ -126,63 +107,54 @@ TEST_F(FileDialogs, FiltersAndPreselection) {
       {L"A|*.a|D|*.dat|", L"x.none", {L"A", L"D"}, 0},
       {L"A|*.a|B|", L"x.b", {L"A", L"B"}, 0},  // a description without a pattern
   };
+  int selected = -1;
   for (const Row &r : rows) {
-    wchar_t name[520];
-    lstrcpyW(name, r.name);
     TavonaFileNameRequest request = Request(L"Filters", TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE);
     request.filter = r.filter;
-    int rc = tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                            [&](tvui::Session &s) {
-                              HWND dlg = s.WaitDialog(L"Filters");
-                              EXPECT_EQ(s.Items(dlg, kFileType), r.items) << Narrow(r.filter);
-                              EXPECT_EQ(s.Selection(dlg, kFileType), r.selected)
-                                  << Narrow(r.filter);
-                              s.Click(dlg, IDCANCEL);
-                            });
-    EXPECT_EQ(rc, 0);
+    EXPECT_EQ(FileTypes(request, r.name, L"Filters", &selected), r.items) << Narrow(r.filter);
+    EXPECT_EQ(selected, r.selected) << Narrow(r.filter);
   }
-  // Title and filter from string resources of a module.
-  wchar_t name[520] = L"x.EXE";
   TavonaFileNameRequest request = Request(nullptr, TAVONA_FND_NOPRESET);
   request.filter = L"";
   request.module = Tavona_GetResourceModule();
   request.filterId = IDS_FILTER_VIEWER;
   request.titleId = IDS_TITLE_VIEWER;
-  tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                 [&](tvui::Session &s) {
-                   HWND dlg = s.WaitDialog(Resource(IDS_TITLE_VIEWER));
-                   EXPECT_EQ(s.Items(dlg, kFileType).size(), 2u);
-                   EXPECT_EQ(s.Selection(dlg, kFileType), 0);
-                   s.Screenshot(dlg, Shot(L"bridges_open_resource_texts"));
-                   s.Click(dlg, IDCANCEL);
-                 });
+  EXPECT_EQ(FileTypes(request, L"x.EXE", Resource(IDS_TITLE_VIEWER), &selected,
+                      Shot(L"bridges_open_resource_texts")).size(), 2u);
+  EXPECT_EQ(selected, 0);
 }
 
 // Change folder, choose, and find the name remembered; the next call
 // presets it; flag 4 keeps the stored name, flag 16 does not preset.
 TEST_F(FileDialogs, RememberedNameInRegistry) {
-  const wchar_t *stored = L"Software\\Tavona Software\\FileDialogTest\\Files";
+  auto stored = [] {
+    wchar_t buf[600] = {};
+    DWORD bytes = sizeof buf;
+    return RegGetValueW(HKEY_CURRENT_USER, L"Software\\Tavona Software\\FileDialogTest\\Files",
+                        L"Last", RRF_RT_REG_SZ, nullptr, buf, &bytes) ? L"<missing>" : std::wstring(buf);
+  };
   wchar_t name[520] = L"";
   TavonaFileNameRequest request = Request(L"Remember", 0);
   auto call = [&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); };
   EXPECT_EQ(tvui::RunModal(call, [](tvui::Session &s) {
               HWND dlg = s.WaitDialog(L"Remember");
-              ChangeFolder(s, dlg, kSub, L"sub");
+              // A folder typed and OK: the dialog stays and shows that folder.
+              Choose(s, dlg, kSub);
+              for (int i = 0; i < 50 && s.Text(dlg, kLookIn) != L"sub"; ++i) Sleep(100);
+              EXPECT_EQ(s.Text(dlg, kLookIn), L"sub");
               s.Screenshot(dlg, L"bridges_open_dialog");
               Choose(s, dlg, L"b.txt");
-            }),
-            1);
+            }), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\b.txt");
-  EXPECT_EQ(RegistryText(stored, L"Last"), name);
-
+  EXPECT_EQ(stored(), name);
   lstrcpyW(name, L"C:\\elsewhere\\zzz.txt");
   request.flags = TAVONA_FND_NOSTORE;
-  EXPECT_EQ(Pick(call, L"Remember", L"c.txt", L"b.txt"), 1);
+  EXPECT_EQ(Answer(call, L"Remember", L"c.txt", L"b.txt"), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\c.txt");
   request.flags = TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE;
-  EXPECT_EQ(Pick(call, L"Remember", L"a.txt", L"c.txt"), 1);
+  EXPECT_EQ(Answer(call, L"Remember", L"a.txt", L"c.txt"), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\a.txt");
-  EXPECT_EQ(RegistryText(stored, L"Last"), L"C:\\tvbr\\sub\\b.txt") << "flag 4 stores nothing";
+  EXPECT_EQ(stored(), L"C:\\tvbr\\sub\\b.txt") << "flag 4 stores nothing";
 }
 
 // The profile file: the request without a key, the argument-list dialogs
@@ -192,125 +164,102 @@ TEST_F(FileDialogs, RememberedNameInProfile) {
   TavonaFileNameRequest request = Request(L"Profile", TAVONA_FND_SAVE);
   request.key = nullptr;
   request.profile = kIni;
-  EXPECT_EQ(Pick([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); }, L"Profile",
-                 L"C:\\tvbr\\sub\\new"),
-            1);
+  EXPECT_EQ(Answer([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); }, L"Profile",
+                   L"C:\\tvbr\\sub\\new"), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\new.txt") << "default extension of the first filter";
-  EXPECT_EQ(ProfileText(L"Files", L"Last"), name);
-
+  EXPECT_EQ(ProfileText(L"Last"), name);
   auto list = [&](int selector) {
     return Tavona_FileName_Dialog(name, 520, selector, nullptr, 0, 0, kIni, L"Files", L"Last",
                                   L"Text|*.txt|All|*.*|", 0);
   };
-  EXPECT_EQ(Pick([&] { return list(1); }, L"Open", L"c.txt", L"new.txt"), 1);
-  EXPECT_EQ(ProfileText(L"Files", L"Last"), L"C:\\tvbr\\sub\\c.txt");
-  EXPECT_EQ(Pick([&] { return list(2); }, L"Save As", nullptr, L"c.txt"), 0);
-  EXPECT_EQ(ProfileText(L"Files", L"Last"), L"C:\\tvbr\\sub\\c.txt");
+  EXPECT_EQ(Answer([&] { return list(1); }, L"Open", L"c.txt", L"new.txt"), 1);
+  EXPECT_EQ(ProfileText(L"Last"), L"C:\\tvbr\\sub\\c.txt");
+  EXPECT_EQ(Answer([&] { return list(2); }, L"Save As", nullptr, L"c.txt"), 0);
+  EXPECT_EQ(ProfileText(L"Last"), L"C:\\tvbr\\sub\\c.txt");
 }
 
 // The chosen name comes back as size BYTES: a 100-character buffer takes
 // names of up to 49 characters whole; longer ones arrive cut at 50 with no
 // terminator, the rest of the buffer as it was.
 TEST_F(FileDialogs, HalvedCopies) {
-  struct Row {
-    bool extended;
-    int length;  // of the whole chosen name
-  } rows[] = {{false, 49}, {false, 60}, {true, 49}, {true, 60}};
-  for (const Row &r : rows) {
-    std::wstring chosen = std::wstring(kSub) + L"\\" +
-                          std::wstring(r.length - lstrlenW(kSub) - 5, L'n') + L".txt";
+  struct Row { bool extended; int length; };  // length of the whole chosen name
+  for (const Row &r : {Row{false, 49}, Row{false, 60}, Row{true, 49}, Row{true, 60}}) {
+    std::wstring chosen =
+        std::wstring(kSub) + L"\\" + std::wstring(r.length - lstrlenW(kSub) - 5, L'n') + L".txt";
     wchar_t name[100];
-    for (wchar_t &c : name) c = L'#';
+    std::fill_n(name, 100, L'#');
     name[0] = 0;
     TavonaFileNameRequest request = Request(L"Halved", TAVONA_FND_SAVE | TAVONA_FND_NOSTORE);
-    int rc = Pick(
-        [&] {
+    int rc = Answer([&] {
           return r.extended ? Tavona_ExtendedFileNameDialog(name, 100, &request)
                             : Tavona_SaveFileNameDialog(name, 100, nullptr, 0, 0, kIni, L"Files",
                                                         L"Halved", L"Text|*.txt|", 0);
-        },
-        r.extended ? L"Halved" : L"Save As", chosen.c_str());
+        }, r.extended ? L"Halved" : L"Save As", chosen.c_str());
     EXPECT_EQ(rc, 1);
     // The first 50 characters land; the extended dialog zeroes the last two.
     std::wstring expected = (chosen + L'\0').substr(0, 50) + std::wstring(50, L'#');
     if (r.extended) expected.replace(98, 2, 2, L'\0');
     EXPECT_EQ(std::wstring(name, 100), expected) << (r.extended ? "extended " : "save ") << r.length;
     // The profile gets what the buffer holds, up to its end at most.
-    if (!r.extended)
-      EXPECT_EQ(ProfileText(L"Files", L"Halved"), expected.substr(0, expected.find(L'\0')).substr(0, 99));
+    if (!r.extended) {
+      EXPECT_EQ(ProfileText(L"Halved"), expected.substr(0, expected.find(L'\0')).substr(0, 99));
+    }
   }
 }
 
-// Several names: "dir\name" entries, each part copied with a byte count
-// of its length in characters, so only its first half is written and the
-// rest of the slot keeps what the buffer held.
+// Several names: "dir\name" entries, each part copied with a byte count of
+// its length in characters, so only its first half lands and the rest of the
+// slot keeps what the buffer held. One file chosen comes back as one name.
 TEST_F(FileDialogs, SeveralFiles) {
   wchar_t name[100];
-  for (wchar_t &c : name) c = L'#';
+  std::fill_n(name, 100, L'#');
   lstrcpyW(name, L"C:\\tvbr\\sub\\");
   TavonaFileNameRequest request =
       Request(L"Several", TAVONA_FND_MULTISELECT | TAVONA_FND_NOPRESET | TAVONA_FND_NOSTORE);
   auto call = [&] { return Tavona_ExtendedFileNameDialog(name, 100, &request); };
-  int rc = Pick(call, L"Several", L"\"a.txt\" \"b.txt\"");
-  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(Answer(call, L"Several", L"\"a.txt\" \"b.txt\""), 1);
   // Slot 1 lies over the initial "C:\tvbr\sub\" and its zero.
   std::wstring expected = std::wstring(L"C:\\tvbr\\sub\\a.t##") + L'\0' + L"C:\\tvb#####\\b.t##" +
                           L'\0' + L'\0' + L'#';
   EXPECT_EQ(std::wstring(name, expected.size()), expected) << Narrow(std::wstring(name, 40));
-
-  // One file with multiple selection allowed comes back as one name.
   lstrcpyW(name, L"C:\\tvbr\\sub\\");
-  EXPECT_EQ(Pick(call, L"Several", L"c.txt"), 1);
+  EXPECT_EQ(Answer(call, L"Several", L"c.txt"), 1);
   EXPECT_STREQ(name, L"C:\\tvbr\\sub\\c.txt");
 }
 
 // Deleting asks for each chosen file (whole names) and deletes on yes.
 TEST_F(FileDialogs, DeleteFiles) {
   g_reportAnswers = {IDYES, IDNO};
-  int rc = Pick([&] { return Tavona_DeleteFilesDialog(kSub, L"Text|*.txt|"); },
-                Resource(IDS_TITLE_DELETE_FILES), L"\"a.txt\" \"b.txt\"", nullptr,
-                Shot(L"bridges_delete_files").c_str());
-  EXPECT_EQ(rc, 1);
+  EXPECT_EQ(Answer([&] { return Tavona_DeleteFilesDialog(kSub, L"Text|*.txt|"); },
+                   Resource(IDS_TITLE_DELETE_FILES), L"\"a.txt\" \"b.txt\"", nullptr,
+                   Shot(L"bridges_delete_files").c_str()), 1);
   ASSERT_EQ(g_capturedReports.size(), 2u);
   EXPECT_NE(g_capturedReports[0].find(L"C:\\tvbr\\sub\\a.txt"), std::wstring::npos)
       << Narrow(g_capturedReports[0]);
   EXPECT_NE(g_capturedReports[1].find(L"C:\\tvbr\\sub\\b.txt"), std::wstring::npos);
-  EXPECT_FALSE(Exists(L"C:\\tvbr\\sub\\a.txt"));
-  EXPECT_TRUE(Exists(L"C:\\tvbr\\sub\\b.txt"));
+  EXPECT_EQ(GetFileAttributesW(L"C:\\tvbr\\sub\\a.txt"), INVALID_FILE_ATTRIBUTES);
+  EXPECT_NE(GetFileAttributesW(L"C:\\tvbr\\sub\\b.txt"), INVALID_FILE_ATTRIBUTES);
 }
 
-// Picture filters from the stand-in picture library: missing, then the
-// two list kinds.
+// Picture filters: the library missing (reported once), then both list kinds.
 TEST_F(FileDialogs, PictureFilters) {
-  auto items = [&](DWORD flags, const wchar_t *file, int selected) {
-    wchar_t name[520];
-    lstrcpyW(name, file);
-    TavonaFileNameRequest request = Request(L"Pictures", flags | TAVONA_FND_NOPRESET);
-    std::vector<std::wstring> shown;
-    tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(name, 520, &request); },
-                   [&](tvui::Session &s) {
-                     HWND dlg = s.WaitDialog(L"Pictures");
-                     shown = s.Items(dlg, kFileType);
-                     if (selected >= 0) EXPECT_EQ(s.Selection(dlg, kFileType), selected);
-                     if (!shown.empty()) s.Screenshot(dlg, Shot(L"bridges_picture_filter"));
-                     s.Click(dlg, IDCANCEL);
-                   });
-    return shown;
+  int selected = -1;
+  auto types = [&](DWORD flags, const wchar_t *file) {
+    auto request = Request(L"Pictures", flags | TAVONA_FND_PICTURES | TAVONA_FND_NOPRESET);
+    return FileTypes(request, file, L"Pictures", &selected, Shot(L"bridges_picture_filter"));
   };
-  EXPECT_TRUE(items(TAVONA_FND_PICTURES, L"x.png", -1).empty());
+  EXPECT_TRUE(types(0, L"x.png").empty());
   ASSERT_EQ(g_capturedReports.size(), 1u);
   EXPECT_NE(g_capturedReports[0].find(L"kv32.dll"), std::wstring::npos);
-
   DLL_DIRECTORY_COOKIE cookie = AddDllDirectory((BinDir() + L"kv32_full").c_str());
-  auto d = [](UINT id, const wchar_t *ext) {
-    return Resource(id) + L"  (*." + ext + L")";
-  };
-  EXPECT_EQ(items(TAVONA_FND_PICTURES | TAVONA_FND_PICTURE_KIND1, L"C:\\x.PNG", 1),
+  auto d = [](UINT id, const wchar_t *ext) { return Resource(id) + L"  (*." + ext + L")"; };
+  EXPECT_EQ(types(TAVONA_FND_PICTURE_KIND1, L"C:\\x.PNG"),
             (std::vector<std::wstring>{d(1809, L"bmp"), d(1812, L"png"), d(1813, L"jpg"),
                                        d(1810, L"wmf"), d(1811, L"emf")}));
-  EXPECT_EQ(items(TAVONA_FND_PICTURES, L"", 0),
-            (std::vector<std::wstring>{d(1813, L"gif"), d(1813, L"tif")}));
-  EXPECT_EQ(Resource(1809), GermanRun() ? L"Windows-Bitmap" : L"Windows bitmap");
+  EXPECT_EQ(selected, 1);
+  EXPECT_EQ(types(0, L""), (std::vector<std::wstring>{d(1813, L"gif"), d(1813, L"tif")}));
+  EXPECT_EQ(selected, 0);
+  EXPECT_EQ(Resource(1809), Pick(L"Windows bitmap", L"Windows-Bitmap"));
   RemoveDllDirectory(cookie);
   EXPECT_EQ(g_capturedReports.size(), 1u);
 }
@@ -320,21 +269,15 @@ TEST_F(FileDialogs, PictureFilters) {
 TEST_F(FileDialogs, HookPlacesTheDialog) {
   wchar_t name[260] = L"";
   OPENFILENAMEW ofn = {};
-  ofn.lStructSize = sizeof ofn;
-  ofn.lpstrFile = name;
-  ofn.nMaxFile = 260;
-  ofn.lpstrTitle = L"Hooked";
-  ofn.Flags = OFN_EXPLORER | OFN_ENABLEHOOK;
-  ofn.lpfnHook = ExtendedFileNameDialog;
-  RECT expected = {150, 200, GetSystemMetrics(SM_CXSCREEN) - 150,
-                   GetSystemMetrics(SM_CYSCREEN) - 400};
+  ofn.lStructSize = sizeof ofn, ofn.lpstrFile = name, ofn.nMaxFile = 260, ofn.lpstrTitle = L"Hooked";
+  ofn.Flags = OFN_EXPLORER | OFN_ENABLEHOOK, ofn.lpfnHook = ExtendedFileNameDialog;
+  RECT expected = {150, 200, GetSystemMetrics(SM_CXSCREEN) - 150, GetSystemMetrics(SM_CYSCREEN) - 400};
   tvui::RunModal([&] { return GetOpenFileNameW(&ofn); }, [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(L"Hooked");
     RECT r = {};
     for (int i = 0; i < 50; ++i, Sleep(100))
       if (GetWindowRect(dlg, &r) && EqualRect(&r, &expected)) break;
-    EXPECT_TRUE(EqualRect(&r, &expected))
-        << r.left << "," << r.top << "," << r.right << "," << r.bottom;
+    EXPECT_TRUE(EqualRect(&r, &expected)) << r.left << "," << r.top << "," << r.right << "," << r.bottom;
     s.Click(dlg, IDCANCEL);
   });
 }
@@ -343,21 +286,19 @@ TEST_F(FileDialogs, HookPlacesTheDialog) {
 // buffer OK still answers 1; cancel answers 2.
 TEST_F(FileDialogs, FolderBrowser) {
   auto browse = [](wchar_t *path, DWORD flags, bool ok) {
-    return tvui::RunModal([&] { return Tavona_DirectoryDialog(path, MAX_PATH, L"Pick", flags); },
-                          [&](tvui::Session &s) {
-                            HWND dlg = s.WaitAnyDialog();
-                            if (flags & TAVONA_DIR_EDITBOX) {
-                              std::wstring edit = L"<no edit box>";
-                              for (HWND c : s.Children(dlg)) {
-                                wchar_t cls[8];
-                                GetClassNameW(c, cls, 8);
-                                if (lstrcmpiW(cls, L"Edit") == 0) edit = s.Text(c);
-                              }
-                              EXPECT_EQ(edit, L"sub");
-                              s.Screenshot(dlg, L"bridges_folder_dialog");
-                            }
-                            s.Click(dlg, ok ? IDOK : IDCANCEL);
-                          });
+    auto call = [&] { return Tavona_DirectoryDialog(path, MAX_PATH, L"Pick", flags); };
+    return tvui::RunModal(call, [&](tvui::Session &s) {
+      HWND dlg = s.WaitAnyDialog();
+      std::wstring edit = L"<no edit box>";
+      for (HWND c : s.Children(dlg)) {
+        wchar_t cls[8];
+        GetClassNameW(c, cls, 8);
+        if (lstrcmpiW(cls, L"Edit") == 0) edit = s.Text(c);
+      }
+      if (flags & TAVONA_DIR_EDITBOX) s.Screenshot(dlg, L"bridges_folder_dialog");
+      EXPECT_TRUE(!(flags & TAVONA_DIR_EDITBOX) || edit == L"sub") << Narrow(edit);
+      s.Click(dlg, ok ? IDOK : IDCANCEL);
+    });
   };
   wchar_t path[MAX_PATH];
   lstrcpyW(path, kSub);
@@ -372,22 +313,20 @@ TEST_F(FileDialogs, FolderBrowser) {
 TEST_F(FileDialogs, BadInput) {
   wchar_t name[10] = L"keep";
   TavonaFileNameRequest request = Request(L"Bad", 0);
-  auto noDialog = [](auto call) { return tvui::RunModal(call, [](tvui::Session &) {}); };
-  EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(nullptr, 10, &request); }), 0);
-  EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(name, 0, &request); }), 0);
-  EXPECT_EQ(noDialog([&] { return Tavona_ExtendedFileNameDialog(name, 10, nullptr); }), 0);
+  struct Row { wchar_t *buffer; int size; TavonaFileNameRequest *request; };
+  for (const Row &r : {Row{nullptr, 10, &request}, Row{name, 0, &request}, Row{name, 10, nullptr}})
+    EXPECT_EQ(tvui::RunModal([&] { return Tavona_ExtendedFileNameDialog(r.buffer, r.size, r.request); },
+                             [](tvui::Session &) {}), 0) << r.size;
   EXPECT_STREQ(name, L"keep");
   wchar_t one[1] = {L'x'};
   request.filter = L"Text";
-  EXPECT_EQ(Pick([&] { return Tavona_ExtendedFileNameDialog(one, 1, &request); }, L"Bad", nullptr),
-            0);
+  EXPECT_EQ(Answer([&] { return Tavona_ExtendedFileNameDialog(one, 1, &request); }, L"Bad", nullptr), 0);
 }
 
 TEST(FileDialogsGerman, ResourceTextsInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
   EXPECT_EQ(RunInGerman(L"FileDialogs.DeleteFiles:FileDialogs.PictureFilters:"
-                                     L"FileDialogs.FiltersAndPreselection"),
-            0u);
+                        L"FileDialogs.FiltersAndPreselection"), 0u);
 }
 
 }  // namespace

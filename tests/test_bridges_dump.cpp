@@ -1,15 +1,11 @@
-// The statement dump against the real registry: which statements are
-// shown, the statement dialog editing the caller's buffer, the log file,
-// the debugger output, and the configuration dialog with its buttons (the
-// viewer is a stand-in program that writes down its command line).
+// The statement dump against the real registry: the statement and settings
+// dialogs, the log file, the debugger output and a stand-in log viewer.
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <string>
 #include <thread>
-#include <vector>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -20,26 +16,20 @@ namespace {
 const wchar_t kSqlKey[] = L"Software\\Tavona Software\\Dump\\Sql";
 const wchar_t kMapiKey[] = L"Software\\Tavona Software\\Dump\\Mapi";
 
-const wchar_t *StatementCaption() {
-  return GermanRun() ? L"Datenbankanweisung" : L"Database Statement";
-}
+const wchar_t *StatementCaption() { return Pick(L"Database Statement", L"Datenbankanweisung"); }
 const wchar_t *ConfigCaption() {
-  return GermanRun() ? L"Einstellungen der Anweisungsprotokollierung"
-                       : L"Statement Dump Settings";
+  return Pick(L"Statement Dump Settings", L"Einstellungen der Anweisungsprotokollierung");
 }
 
-void Set(const wchar_t *value, LONG number) {
-  Tavona_WriteLongToHKCU(kSqlKey, nullptr, value, number);
-}
+void Set(const wchar_t *value, LONG number) { Tavona_WriteLongToHKCU(kSqlKey, nullptr, value, number); }
 void SetText(const wchar_t *value, const wchar_t *text) {
   Tavona_WriteStringToHKCU(kSqlKey, nullptr, value, text);
 }
 std::wstring Stored(const wchar_t *key, const wchar_t *value) {
   wchar_t buf[600] = {};
   DWORD bytes = sizeof buf;
-  if (RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes))
-    return L"<missing>";
-  return buf;
+  LSTATUS rc = RegGetValueW(HKEY_CURRENT_USER, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes);
+  return rc ? L"<missing>" : buf;
 }
 
 std::wstring TempPath(const wchar_t *name) {
@@ -65,23 +55,15 @@ class Dump : public ::testing::Test {
   void SetUp() override {
     RegDeleteTreeW(HKEY_CURRENT_USER, kSqlKey);
     RegDeleteTreeW(HKEY_CURRENT_USER, kMapiKey);
-    log_ = TempPath(L"tavona_dump_test.log");
     DeleteFileW(log_.c_str());
   }
-  void TearDown() override {
-    RegDeleteTreeW(HKEY_CURRENT_USER, kSqlKey);
-    RegDeleteTreeW(HKEY_CURRENT_USER, kMapiKey);
-    DeleteFileW(log_.c_str());
-  }
-  std::wstring log_;
+  void TearDown() override { SetUp(); }
+  const std::wstring log_ = TempPath(L"tavona_dump_test.log");
 };
 
 TEST_F(Dump, State) {
-  struct Row {
-    LONG dump, info;
-    int expected;
-  } rows[] = {{0, 0, 0}, {1, 0, 1}, {5, 0, 1}, {0, 1, 2}, {1, 1, 3}};
-  for (const Row &r : rows) {
+  struct Row { LONG dump, info; int expected; };
+  for (const Row &r : {Row{0, 0, 0}, Row{1, 0, 1}, Row{5, 0, 1}, Row{0, 1, 2}, Row{1, 1, 3}}) {
     Set(L"DumpBeforePerform", r.dump);
     Set(L"DisplaySuccWithInfo", r.info);
     EXPECT_EQ(Tavona_GetDumpState(), r.expected) << r.dump << "/" << r.info;
@@ -91,26 +73,19 @@ TEST_F(Dump, State) {
 // The keyword test looks at an upper-cased copy: the keyword and one space
 // at the very start.
 TEST_F(Dump, WhichStatementsAreShown) {
-  struct Row {
-    std::vector<const wchar_t *> on;
-    const wchar_t *statement;
-    bool shown;
-  } rows[] = {
-      {{}, L"select * from t", false},
+  const std::vector<const wchar_t *> kinds = {L"DumpBeforePerform", L"CREATE", L"DROP", L"ALTER",
+                                              L"INSERT", L"DELETE"};
+  struct Row { std::vector<const wchar_t *> on; const wchar_t *statement; bool shown; };
+  const Row rows[] = {
       {{L"SELECT"}, L"SELECT x", false},
       {{L"DumpBeforePerform", L"SELECT"}, L"select * from t", true},
       {{L"DumpBeforePerform", L"SELECT"}, L" select * from t", false},
       {{L"DumpBeforePerform", L"ALL"}, L" anything", true},
+      {{L"DumpBeforePerform", L"ALL"}, L"", false},
       {{L"DumpBeforePerform", L"UPDATE"}, L"UPDATEx", false},
       {{L"DumpBeforePerform", L"UPDATE"}, L"update\tt", false},
       {{L"DumpBeforePerform", L"UPDATE"}, L"Update t set a=1", true},
-      {{L"DumpBeforePerform", L"CREATE", L"DROP", L"ALTER", L"INSERT", L"DELETE"},
-       L"drop table t", true},
-      {{L"DumpBeforePerform", L"CREATE", L"DROP", L"ALTER", L"INSERT", L"DELETE"},
-       L"insert into t", true},
-      {{L"DumpBeforePerform", L"CREATE", L"DROP", L"ALTER", L"INSERT", L"DELETE"},
-       L"select 1", false},
-      {{L"DumpBeforePerform", L"ALL"}, L"", false},
+      {kinds, L"drop table t", true}, {kinds, L"select 1", false},
   };
   for (const Row &r : rows) {
     RegDeleteTreeW(HKEY_CURRENT_USER, kSqlKey);
@@ -118,15 +93,15 @@ TEST_F(Dump, WhichStatementsAreShown) {
     wchar_t statement[100];
     lstrcpyW(statement, r.statement);
     std::wstring seen = L"<not shown>";
-    int rc = tvui::RunModal([&] { return Tavona_DumpSqlStatement(statement, 100); },
-                            [&](tvui::Session &s) {
-                              if (!r.shown) return;  // a dialog left open fails below
-                              HWND dlg = s.WaitDialog(StatementCaption());
-                              seen = s.Text(dlg, IDC_DUMP_STATEMENT);
-                              s.Click(dlg, IDCANCEL);
-                            });
+    auto dump = [&] { return Tavona_DumpSqlStatement(statement, 100); };
+    int rc = tvui::RunModal(dump, [&](tvui::Session &s) {
+      if (!r.shown) return;  // a dialog left open fails below
+      HWND dlg = s.WaitDialog(StatementCaption());
+      seen = s.Text(dlg, IDC_DUMP_STATEMENT);
+      s.Click(dlg, IDCANCEL);
+    });
     EXPECT_EQ(rc, r.shown ? 2 : 1) << Narrow(r.statement);
-    if (r.shown) EXPECT_EQ(seen, r.statement);
+    EXPECT_EQ(seen, r.shown ? r.statement : L"<not shown>");
   }
 }
 
@@ -136,43 +111,35 @@ TEST_F(Dump, StatementDialog) {
   Set(L"DumpBeforePerform", 1);
   Set(L"ALL", 1);
   wchar_t statement[20] = L"SELECT 1";
-  int rc = tvui::RunModal([&] { return Tavona_DumpSqlStatement(statement, 12); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitDialog(StatementCaption());
-                            GUITHREADINFO gui = {sizeof gui};
-                            GetGUIThreadInfo(GetWindowThreadProcessId(dlg, nullptr), &gui);
-                            EXPECT_EQ(gui.hwndFocus, s.Item(dlg, IDOK)) << "OK has the focus";
-                            s.Screenshot(dlg, Shot(L"bridges_statement_dialog"));
-                            s.Click(dlg, IDC_DUMP_CONFIGURE);
-                            HWND config = s.WaitDialog(ConfigCaption());
-                            s.Click(config, IDCANCEL);
-                            s.WaitClosed(config);
-                            s.SetText(dlg, IDC_DUMP_STATEMENT, L"SELECT 12345678901");
-                            s.Click(dlg, IDOK);
-                          });
+  int rc = tvui::RunModal([&] { return Tavona_DumpSqlStatement(statement, 12); }, [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(StatementCaption());
+    GUITHREADINFO gui = {sizeof gui};
+    GetGUIThreadInfo(GetWindowThreadProcessId(dlg, nullptr), &gui);
+    EXPECT_EQ(gui.hwndFocus, s.Item(dlg, IDOK)) << "OK has the focus";
+    s.Screenshot(dlg, Shot(L"bridges_statement_dialog"));
+    s.Click(dlg, IDC_DUMP_CONFIGURE);
+    HWND config = s.WaitDialog(ConfigCaption());
+    s.Click(config, IDCANCEL);
+    s.WaitClosed(config);
+    s.SetText(dlg, IDC_DUMP_STATEMENT, L"SELECT 12345678901");
+    s.Click(dlg, IDOK);
+  });
   EXPECT_EQ(rc, 1);
   EXPECT_STREQ(statement, L"SELECT 1234");
-
-  rc = tvui::RunModal([&] { return Tavona_DumpSqlStatement(statement, 0); },
-                      [](tvui::Session &s) {
-                        HWND dlg = s.WaitDialog(StatementCaption());
-                        s.SetText(dlg, IDC_DUMP_STATEMENT, L"DROP everything");
-                        s.Click(dlg, IDOK);
-                      });
+  rc = tvui::RunModal([&] { return Tavona_DumpSqlStatement(statement, 0); }, [](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(StatementCaption());
+    s.SetText(dlg, IDC_DUMP_STATEMENT, L"DROP everything");
+    s.Click(dlg, IDOK);
+  });
   EXPECT_EQ(rc, 1);
   EXPECT_STREQ(statement, L"SELECT 1234") << "size 0 copies nothing";
 }
 
-// Receives what the process sends to the debugger output through the
-// DBWIN buffer, as a debug viewer does.
+// Receives what the process sends to the debugger output through the DBWIN
+// buffer, as a debug viewer does.
 class DebugOutput {
  public:
   DebugOutput() {
-    ready_ = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_BUFFER_READY");
-    data_ = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_DATA_READY");
-    map_ = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 4096,
-                              L"DBWIN_BUFFER");
-    view_ = static_cast<char *>(MapViewOfFile(map_, FILE_MAP_READ, 0, 0, 4096));
     reader_ = std::thread([this] {
       SetEvent(ready_);
       while (!stop_) {
@@ -186,9 +153,7 @@ class DebugOutput {
     stop_ = true;
     reader_.join();
     UnmapViewOfFile(view_);
-    CloseHandle(map_);
-    CloseHandle(data_);
-    CloseHandle(ready_);
+    for (HANDLE h : {map_, data_, ready_}) CloseHandle(h);
   }
   std::string Text() {
     Sleep(300);
@@ -196,8 +161,11 @@ class DebugOutput {
   }
 
  private:
-  HANDLE ready_, data_, map_;
-  char *view_;
+  HANDLE ready_ = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_BUFFER_READY");
+  HANDLE data_ = CreateEventW(nullptr, FALSE, FALSE, L"DBWIN_DATA_READY");
+  HANDLE map_ =
+      CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, 4096, L"DBWIN_BUFFER");
+  char *view_ = static_cast<char *>(MapViewOfFile(map_, FILE_MAP_READ, 0, 0, 4096));
   std::atomic<bool> stop_{false};
   std::string text_;
   std::thread reader_;
@@ -208,7 +176,6 @@ TEST_F(Dump, LogFileAndDebugOutput) {
   wchar_t statement[50] = L"SELECT 1";
   EXPECT_EQ(Tavona_DumpSqlStatement(statement, 50), 1);
   EXPECT_EQ(FileText(log_), L"<missing>") << "logging is off";
-
   Set(L"LogBeforePerform", 1);
   Set(L"OutputDebugBeforePerform", 1);
   {
@@ -219,11 +186,9 @@ TEST_F(Dump, LogFileAndDebugOutput) {
   lstrcpyW(statement, L"UPDATE t SET ä = 1");
   EXPECT_EQ(Tavona_DumpSqlStatement(statement, 50), 1);
   EXPECT_EQ(TavonaDump(L"a", nullptr, L"c", L"d"), 0);
-  std::wstring longText(1200, L'x');
-  EXPECT_EQ(TavonaDump(longText.c_str(), nullptr, nullptr, nullptr), 0);
-  EXPECT_EQ(FileText(log_), L"SELECT 1\r\nUPDATE t SET ä = 1\r\na  c d\r\n" +
-                                std::wstring(999, L'x') + L"\r\n");
-
+  EXPECT_EQ(TavonaDump(std::wstring(1200, L'x').c_str(), nullptr, nullptr, nullptr), 0);
+  EXPECT_EQ(FileText(log_),
+            L"SELECT 1\r\nUPDATE t SET ä = 1\r\na  c d\r\n" + std::wstring(999, L'x') + L"\r\n");
   // No log file configured, and one that cannot be opened.
   DeleteFileW(log_.c_str());
   SetText(L"LogFile", L"");
@@ -243,14 +208,12 @@ TEST_F(Dump, ConfigurationDialog) {
   SetText(L"LogFile", L"C:\\logs\\old.txt");
   int rc = tvui::RunModal([] { return TavonaDumpConfigure(); }, [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(ConfigCaption());
-    EXPECT_FALSE(s.IsChecked(dlg, IDC_DUMP_BEFORE));
-    EXPECT_TRUE(s.IsChecked(dlg, IDC_DUMP_SELECT));
-    EXPECT_TRUE(s.IsChecked(dlg, IDC_DUMP_LOG));
-    EXPECT_TRUE(s.IsChecked(dlg, IDC_DUMP_MAPI_NATIVE));
-    EXPECT_FALSE(s.IsChecked(dlg, IDC_DUMP_ALL));
+    struct Box { int id; bool checked; };
+    for (Box b : {Box{IDC_DUMP_BEFORE, false}, Box{IDC_DUMP_SELECT, true}, Box{IDC_DUMP_LOG, true},
+                  Box{IDC_DUMP_MAPI_NATIVE, true}, Box{IDC_DUMP_ALL, false}})
+      EXPECT_EQ(s.IsChecked(dlg, b.id), b.checked) << b.id;
     EXPECT_EQ(s.Text(dlg, IDC_DUMP_LOG_FILE), L"C:\\logs\\old.txt");
-    EXPECT_NE(s.Text(dlg, IDC_DUMP_VIEWER).find(L"\\Tavona Software\\Tools\\"),
-              std::wstring::npos)
+    EXPECT_NE(s.Text(dlg, IDC_DUMP_VIEWER).find(L"\\Tavona Software\\Tools\\"), std::wstring::npos)
         << "the default viewer";
     EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DUMP_SELECT)));
     EXPECT_FALSE(IsWindowEnabled(s.Item(dlg, IDC_DUMP_KINDS)));
@@ -268,10 +231,8 @@ TEST_F(Dump, ConfigurationDialog) {
   rc = tvui::RunModal([] { return TavonaDumpConfigure(); }, [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(ConfigCaption());
     EXPECT_EQ(s.Text(dlg, IDC_DUMP_VIEWER), L"C:\\tools\\view.exe");
-    s.Check(dlg, IDC_DUMP_BEFORE);
-    s.Check(dlg, IDC_DUMP_ALL);
+    for (int id : {IDC_DUMP_BEFORE, IDC_DUMP_ALL, IDC_DUMP_SUCC_INFO}) s.Check(dlg, id);
     s.Check(dlg, IDC_DUMP_LOG, false);
-    s.Check(dlg, IDC_DUMP_SUCC_INFO);
     s.SetText(dlg, IDC_DUMP_LOG_FILE, L"C:\\logs\\new.txt");
     s.Click(dlg, IDOK);
   });
@@ -286,16 +247,14 @@ TEST_F(Dump, ConfigurationDialog) {
 }
 
 // Delete the log, choose the viewer through the file dialog, and open the
-// log in it.
+// log in it: started maximised with the viewer and the log quoted.
 TEST_F(Dump, ConfigurationButtons) {
-  std::wstring viewer = BinDir() + L"tvstub_viewer.exe";
-  std::wstring record = TempPath(L"tavona_viewer_record.txt");
+  std::wstring viewer = BinDir() + L"tvstub_viewer.exe", record = TempPath(L"tavona_viewer_record.txt");
   DeleteFileW(record.c_str());
   SetEnvironmentVariableW(L"TAVONA_VIEWER_RECORD", record.c_str());
   SetText(L"LogFile", log_.c_str());
   EXPECT_EQ(TavonaDump(L"to", L"be", L"deleted", L""), 0);
   ASSERT_NE(FileText(log_), L"<missing>");
-
   int rc = tvui::RunModal([] { return TavonaDumpConfigure(); }, [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(ConfigCaption());
     s.Click(dlg, IDC_DUMP_DELETE_LOG);
@@ -315,7 +274,6 @@ TEST_F(Dump, ConfigurationButtons) {
   EXPECT_EQ(FileText(log_), L"<missing>") << "deleted by the button";
   std::wstring seen;
   for (int i = 0; i < 100 && (seen = FileText(record)) == L"<missing>"; ++i) Sleep(100);
-  // Started maximised with the viewer and the log quoted.
   EXPECT_EQ(seen, L"\"" + viewer + L"\" \"" + log_ + L"\"\n3");
   SetEnvironmentVariableW(L"TAVONA_VIEWER_RECORD", nullptr);
   DeleteFileW(record.c_str());
@@ -323,9 +281,7 @@ TEST_F(Dump, ConfigurationButtons) {
 
 TEST(DumpGerman, DialogsInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunInGerman(L"Dump.StatementDialog:Dump.ConfigurationDialog:"
-                                     L"Dump.ConfigurationButtons"),
-            0u);
+  EXPECT_EQ(RunInGerman(L"Dump.StatementDialog:Dump.ConfigurationDialog:Dump.ConfigurationButtons"), 0u);
 }
 
 }  // namespace

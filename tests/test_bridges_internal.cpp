@@ -1,8 +1,6 @@
 // The automation helper's two creation failures and their text.
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "settings/automation.h"
 #include "testutil.h"
 

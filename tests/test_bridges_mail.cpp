@@ -1,15 +1,9 @@
-// Mail through a stand-in MAPI32.DLL that writes down the message it gets,
-// the MAPI error texts read from the message boxes, the editor and
-// extension libraries with and without their entries, and the help viewer
-// (a stand-in hhctrl.ocx). The stand-ins live
-// in bin\bridges_full and bin\bridges_noentry; each test adds the folder it
-// needs to the library search path (the test runs with the native
-// MAPI32.DLL preferred to wine's own).
+// Mail, MAPI error boxes, editor libraries and the help viewer through the
+// stand-ins of bin\bridges_full and bin\bridges_noentry (the test runs with
+// the native MAPI32.DLL preferred to wine's own).
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
-
-#include <string>
 
 #include "testutil.h"
 #include "tvres.h"
@@ -22,15 +16,14 @@ const wchar_t kMapiKey[] = L"Software\\Tavona Software\\Dump\\Mapi";
 // One variant folder of the stand-ins on the search path, or none.
 class StubFolder {
  public:
-  explicit StubFolder(const wchar_t *variant) {
-    if (variant) cookie_ = AddDllDirectory((BinDir() + variant).c_str());
-  }
+  explicit StubFolder(const wchar_t *variant)
+      : cookie_(variant ? AddDllDirectory((BinDir() + variant).c_str()) : nullptr) {}
   ~StubFolder() {
     if (cookie_) RemoveDllDirectory(cookie_);
   }
 
  private:
-  DLL_DIRECTORY_COOKIE cookie_ = nullptr;
+  DLL_DIRECTORY_COOKIE cookie_;
 };
 
 // The stand-in, held by the test so that its transcript survives the
@@ -42,9 +35,8 @@ struct Mapi {
     reinterpret_cast<void(WINAPI *)(ULONG)>(GetProcAddress(module, "StubMapi_SetAnswer"))(code);
   }
   std::string Last(int *calls) {
-    auto last = reinterpret_cast<const char *(WINAPI *)(int *)>(
-        GetProcAddress(module, "StubMapi_Last"));
-    return last(calls);
+    auto last = GetProcAddress(module, "StubMapi_Last");
+    return reinterpret_cast<const char *(WINAPI *)(int *)>(last)(calls);
   }
 };
 
@@ -53,6 +45,8 @@ std::wstring Resource(UINT id) {
   LoadStringW(Tavona_GetResourceModule(), id, text, 500);
   return text;
 }
+
+int Send() { return Tavona_SendMail(L"a", L"b", nullptr, nullptr, L"s", L"t", nullptr); }
 
 class Mail : public ::testing::Test {
  protected:
@@ -75,37 +69,27 @@ class Mail : public ::testing::Test {
   }
 };
 
-std::string Ansi(const wchar_t *text) {
-  char out[100];
-  WideCharToMultiByte(CP_ACP, 0, text, -1, out, 100, nullptr, nullptr);
-  return out;
-}
-
 TEST_F(Mail, MessageFieldByField) {
   StubFolder folder(L"bridges_full");
   Mapi mapi;
   ASSERT_TRUE(mapi.module);
-  int rc = Tavona_SendMail(L"Jürg Sender", L";;anna@x.ch;;; bruno@x.ch;", L"carla@x.ch",
-                           L";", L"Subject", L"Line 1\r\nLine 2", L"C:\\a.txt;C:\\b c.pdf");
-  EXPECT_EQ(rc, 0);
+  EXPECT_EQ(Tavona_SendMail(L"Jürg Sender", L";;anna@x.ch;;; bruno@x.ch;", L"carla@x.ch", L";",
+                            L"Subject", L"Line 1\r\nLine 2", L"C:\\a.txt;C:\\b c.pdf"), 0);
+  char sender[100];
+  WideCharToMultiByte(CP_ACP, 0, L"Jürg Sender", -1, sender, 100, nullptr, nullptr);
+  const std::string head = "session=0\nowner=none\nflags=8\nreserved=0\nmessage.reserved=0\n";
+  const std::string middle = "type=(null)\ndate=2002/09/16 23:23\nconversation=TS\nmessage.flags=0\n"
+                             "originator.class=0\noriginator.name=";
   int calls = 0;
-  std::string expected =
-      "session=0\nowner=none\nflags=8\nreserved=0\nmessage.reserved=0\n"
-      "subject=Subject\nnote=Line 1\r\nLine 2\ntype=(null)\n"
-      "date=2002/09/16 23:23\nconversation=TS\nmessage.flags=0\n"
-      "originator.class=0\noriginator.name=" + Ansi(L"Jürg Sender") + "\n"
-      "recip.1=anna@x.ch\nrecip.1= bruno@x.ch\nrecip.2=carla@x.ch\n"
-      "file=C:\\a.txt\nfile.position=4294967295\nfile=C:\\b c.pdf\nfile.position=4294967295\n";
-  EXPECT_EQ(mapi.Last(&calls), expected);
+  EXPECT_EQ(mapi.Last(&calls), head + "subject=Subject\nnote=Line 1\r\nLine 2\n" + middle + sender +
+                                   "\nrecip.1=anna@x.ch\nrecip.1= bruno@x.ch\nrecip.2=carla@x.ch\n"
+                                   "file=C:\\a.txt\nfile.position=4294967295\n"
+                                   "file=C:\\b c.pdf\nfile.position=4294967295\n");
   EXPECT_EQ(calls, 1);
   EXPECT_TRUE(g_capturedReports.empty());
-
   // Nothing but nulls, and a long subject.
   EXPECT_EQ(Tavona_SendMail(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 0);
-  EXPECT_EQ(mapi.Last(&calls),
-            "session=0\nowner=none\nflags=8\nreserved=0\nmessage.reserved=0\nsubject=(null)\n"
-            "note=(null)\ntype=(null)\ndate=2002/09/16 23:23\nconversation=TS\n"
-            "message.flags=0\noriginator.class=0\noriginator.name=(null)\n");
+  EXPECT_EQ(mapi.Last(&calls), head + "subject=(null)\nnote=(null)\n" + middle + "(null)\n");
   std::wstring subject(10000, L's');
   EXPECT_EQ(Tavona_SendMail(L"a", L"b", nullptr, nullptr, subject.c_str(), L"", L";;;"), 0);
   std::string last = mapi.Last(&calls);
@@ -115,45 +99,37 @@ TEST_F(Mail, MessageFieldByField) {
 }
 
 // Cancelling the compose window shows nothing; other answers are shown.
-TEST_F(Mail, ServiceAnswersAreShown) {
-  StubFolder folder(L"bridges_full");
-  Mapi mapi;
-  mapi.Answer(1);
-  EXPECT_EQ(Tavona_SendMail(L"a", L"b", nullptr, nullptr, L"s", L"t", nullptr), 0);
-  mapi.Answer(3);
-  int rc = tvui::RunModal(
-      [&] { return Tavona_SendMail(L"a", L"b", nullptr, nullptr, L"s", L"t", nullptr); },
-      [](tvui::Session &s) {
-        tvui::Box box = s.WaitMessageBox(Resource(IDS_CAPTION_MAPI_ERROR));
-        EXPECT_EQ(box.text, Resource(1852));
-        s.Answer(box, IDOK);
-      });
-  EXPECT_EQ(rc, 0);
-}
-
-TEST_F(Mail, MissingServiceOrEntry) {
+// Without the service or its entry the call fails with a report.
+TEST_F(Mail, ServiceAnswersAndMissingService) {
+  {
+    StubFolder folder(L"bridges_full");
+    Mapi mapi;
+    mapi.Answer(1);
+    EXPECT_EQ(Send(), 0);
+    mapi.Answer(3);
+    EXPECT_EQ(tvui::RunModal(Send, [](tvui::Session &s) {
+                tvui::Box box = s.WaitMessageBox(Resource(IDS_CAPTION_MAPI_ERROR));
+                EXPECT_EQ(box.text, Resource(1852));
+                s.Answer(box, IDOK);
+              }), 0);
+  }
   {
     StubFolder folder(nullptr);
-    EXPECT_EQ(Tavona_SendMail(L"a", L"b", nullptr, nullptr, L"s", L"t", nullptr), -1);
+    EXPECT_EQ(Send(), -1);
     ExpectReport({L"MAPI32.DLL"}, __LINE__);
   }
   StubFolder folder(L"bridges_noentry");
-  EXPECT_EQ(Tavona_SendMail(L"a", L"b", nullptr, nullptr, L"s", L"t", nullptr), -1);
+  EXPECT_EQ(Send(), -1);
   ExpectReport({L"MAPISendMail", L"MAPI32.DLL"}, __LINE__);
 }
 
-// Every code of the table with its text, in the language of the run; with
-// DisplayNativeError the native line follows, and codes without a text
-// show the native line alone.
+// Codes with their text, in the language of the run (16 has a text of its
+// own); with DisplayNativeError the native line follows, and codes without
+// a text show the native line alone.
 TEST_F(Mail, ErrorTexts) {
-  struct Row {
-    ULONG code;
-    UINT id;
-  } rows[] = {{1, 1850},  {2, 1851},  {3, 1852},  {4, 1853},  {5, 1854},  {6, 1855},
-              {7, 0},     {8, 1856},  {9, 1857},  {10, 1858}, {11, 1859}, {12, 1860},
-              {13, 1861}, {14, 1862}, {15, 1863}, {16, 2964}, {17, 1865}, {18, 1866},
-              {19, 1867}, {20, 1868}, {21, 1869}, {22, 1870}, {23, 1871}, {24, 1872},
-              {25, 1873}, {26, 1874}, {30, 0}};
+  struct Row { ULONG code; UINT id; };
+  const Row rows[] = {{1, 1850}, {3, 1852}, {6, 1855}, {7, 0},     {8, 1856},  {15, 1863},
+                      {16, 2964}, {17, 1865}, {26, 1874}, {30, 0}};
   auto shown = [](ULONG code, const wchar_t *routine) {
     std::wstring text;
     int rc = tvui::RunModal([&] { return Tavona_DisplayMapiError(nullptr, code, routine, 0); },
@@ -175,7 +151,6 @@ TEST_F(Mail, ErrorTexts) {
     EXPECT_EQ(shown(r.code, L"MAPISendMail"), expected) << "code " << r.code;
   }
   EXPECT_EQ(Tavona_DisplayMapiError(nullptr, 0, L"x", 0), 1) << "code 0 shows nothing";
-
   Tavona_WriteLongToHKCU(kMapiKey, nullptr, L"DisplayNativeError", 1);
   EXPECT_EQ(shown(3, nullptr), Resource(1852) + L"\r\nMapi-Error 3 (hex 3) in Routine ''");
   EXPECT_EQ(shown(30, L"R"), L"\r\nMapi-Error 30 (hex 1E) in Routine 'R'");
@@ -186,34 +161,27 @@ TEST(MailGerman, ErrorTextsInGerman) {
   EXPECT_EQ(RunInGerman(L"Mail.ErrorTexts"), 0u);
 }
 
+// Other modes load nothing; a missing library or entry is reported by its
+// name; the full stand-ins answer and are freed after the call.
 TEST_F(Mail, Editors) {
-  auto call = [] {
-    return std::pair{Tavona_ModalEditor(1, 1, 2, 3, 4, 5, 6, 7), Tavona_EditRtf(1, 2, 3)};
-  };
-  EXPECT_EQ(Tavona_ModalEditor(0, 1, 2, 3, 4, 5, 6, 7), 2);
-  EXPECT_EQ(Tavona_ModalEditor(2, 1, 2, 3, 4, 5, 6, 7), 2);
-  EXPECT_TRUE(g_capturedReports.empty()) << "other modes load nothing";
-  {
-    StubFolder folder(nullptr);
-    EXPECT_EQ(Tavona_ModalEditor(1, 1, 2, 3, 4, 5, 6, 7), 2);
-    ExpectReport({L"xeddll.dll"}, __LINE__);
+  auto editor = [](int mode) { return Tavona_ModalEditor(mode, 1, 2, 3, 4, 5, 6, 7); };
+  EXPECT_EQ(editor(0), 2);
+  EXPECT_EQ(editor(2), 2);
+  EXPECT_TRUE(g_capturedReports.empty());
+  struct Row { const wchar_t *variant, *editorEntry, *extensionEntry; };
+  for (const Row &r : {Row{nullptr, nullptr, nullptr},
+                       Row{L"bridges_noentry", L"Xed_ModalEditor", L"TavonaExt_EditRTF"}}) {
+    StubFolder folder(r.variant);
+    EXPECT_EQ(editor(1), 2);
+    ExpectReport({L"xeddll.dll", r.editorEntry ? r.editorEntry : L""}, __LINE__);
     EXPECT_EQ(Tavona_EditRtf(1, 2, 3), 0);
-    ExpectReport({L"TAVONAEX.DLL"}, __LINE__);
-    EXPECT_EQ(Tavona_IsRtfEditorAvailable(), 0);
-    EXPECT_TRUE(g_capturedReports.empty());
-  }
-  {
-    StubFolder folder(L"bridges_noentry");
-    EXPECT_EQ(Tavona_ModalEditor(1, 1, 2, 3, 4, 5, 6, 7), 2);
-    ExpectReport({L"Xed_ModalEditor", L"xeddll.dll"}, __LINE__);
-    EXPECT_EQ(Tavona_EditRtf(1, 2, 3), 0);
-    ExpectReport({L"TavonaExt_EditRTF", L"TAVONAEX.DLL"}, __LINE__);
+    ExpectReport({L"TAVONAEX.DLL", r.extensionEntry ? r.extensionEntry : L""}, __LINE__);
     EXPECT_EQ(Tavona_IsRtfEditorAvailable(), 0);
     EXPECT_TRUE(g_capturedReports.empty());
   }
   StubFolder folder(L"bridges_full");
-  // 1*1 + 2*2 + ... + 7*7 = 140, and the final value 0.
-  EXPECT_EQ(call(), std::pair(140, 123));
+  EXPECT_EQ(editor(1), 140);  // 1*1 + 2*2 + ... + 7*7
+  EXPECT_EQ(Tavona_EditRtf(1, 2, 3), 123);
   EXPECT_EQ(Tavona_IsRtfEditorAvailable(), 1);
   EXPECT_TRUE(g_capturedReports.empty());
   EXPECT_EQ(GetModuleHandleW(L"xeddll.dll"), nullptr) << "freed after the call";
@@ -221,7 +189,8 @@ TEST_F(Mail, Editors) {
 }
 
 // The help file beside the module is opened on the topic: the desktop as
-// owner, the help-context command (15) and the context number.
+// owner, the help-context command (15) and the context number; a missing
+// file is reported, not shown.
 TEST_F(Mail, HelpViewerCall) {
   StubFolder folder(L"bridges_full");
   HMODULE viewer = LoadLibraryW((BinDir() + L"bridges_full\\hhctrl.ocx").c_str());
@@ -232,11 +201,10 @@ TEST_F(Mail, HelpViewerCall) {
   GetModuleFileNameW(nullptr, self, MAX_PATH);
   std::wstring help = self;
   help = help.substr(0, help.rfind(L'.')) + L".chm";
-  HANDLE file = CreateFileW(help.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-  CloseHandle(file);
+  CloseHandle(CreateFileW(help.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
   Tavona_PerformHelp(GetModuleHandleW(nullptr), 4711, 0);
   DeleteFileW(help.c_str());
-  Tavona_PerformHelp(GetModuleHandleW(nullptr), 12, 0);  // missing now: reported, not shown
+  Tavona_PerformHelp(GetModuleHandleW(nullptr), 12, 0);
   HWND owner = nullptr;
   wchar_t shown[MAX_PATH] = L"";
   UINT command = 0;

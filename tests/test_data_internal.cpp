@@ -1,23 +1,13 @@
-// Limits of the regular expression search and the scrambling seed.
+// The step budget of the regular expression search.
 #include <gtest/gtest.h>
 #include <tavona/text.h>
 
 #include <chrono>
-#include <string>
 
 #include "testutil.h"
-#include "text/crypt.h"
 #include "text/regexp.h"
 
 namespace {
-
-TEST(CryptSeed, EmptyKeyAndZeroSeed) {
-  EXPECT_EQ(tv::CryptSeed(TEXT("")), 371293u);
-  const WCHAR zero[] = {0x4C, 0x71, 0x6D, 0x98D9, 0};
-  EXPECT_EQ(tv::CryptSeed(zero), 371293u);
-  // (1 * 'k' + 13) = 120, then times 13 until it reaches 100000.
-  EXPECT_EQ(tv::CryptSeed(TEXT("k")), 120u * 13 * 13 * 13);
-}
 
 TEST(RegexLimits, StepBudgetEndsBacktracking) {
   WStr as(2000, WCHAR('a'));

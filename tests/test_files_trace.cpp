@@ -3,23 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <sstream>
-#include <string>
 
 #include "files/tracer.h"
-#include "frame/host/hostplat.h"
 #include "testutil.h"
 
 namespace {
 
 const char kLog[] = "files_trace_test.log";
+const char16_t kPrint[] = u"Vel.Framework.Print";
 
 std::string ReadLog() {
-  std::ifstream in(kLog, std::ios::binary);
   std::stringstream s;
-  s << in.rdbuf();
+  s << std::ifstream(kLog, std::ios::binary).rdbuf();
   return s.str();
 }
 
@@ -34,27 +31,17 @@ class Trace : public ::testing::Test {
 };
 
 TEST_F(Trace, ChannelsNamedInTheEnvironment) {
-  struct Row {
-    const char *env;  // null: not set
-    const char16_t *channel;
-    bool enabled;
-  } rows[] = {
-      {nullptr, u"Vel.Framework.Print", false},
-      {"", u"Vel.Framework.Print", false},
-      {"Vel.Framework.Print", u"Vel.Framework.Print", true},
-      {"vel.framework.print", u"Vel.Framework.Print", true},
-      {"Other, Vel.Framework.Print ,More", u"Vel.Framework.Print", true},
-      {"Other,More", u"Vel.Framework.Print", false},
-      {"Vel.Framework", u"Vel.Framework.Print", false},
-      {"Vel.Framework.Print.X", u"Vel.Framework.Print", false},
-      {",,*", u"Vel.Framework.Print", true},
+  struct Row { const char *env; const char16_t *channel; bool enabled; };  // env null: not set
+  const Row rows[] = {
+      {nullptr, kPrint, false}, {"", kPrint, false},
+      {"vel.framework.print", kPrint, true}, {"Other, Vel.Framework.Print ,More", kPrint, true},
+      {"Other,More", kPrint, false}, {"Vel.Framework", kPrint, false},
+      {"Vel.Framework.Print.X", kPrint, false}, {",,*", kPrint, true},
       {"*", nullptr, false},
   };
   for (const Row &r : rows) {
-    if (r.env)
-      setenv("TAVONA_TRACE", r.env, 1);
-    else
-      unsetenv("TAVONA_TRACE");
+    if (r.env) setenv("TAVONA_TRACE", r.env, 1);
+    if (!r.env) unsetenv("TAVONA_TRACE");
     EXPECT_EQ(vel::Tracer::Enabled(r.channel), r.enabled)
         << "TAVONA_TRACE=" << (r.env ? r.env : "(unset)") << " channel " << Narrow(r.channel);
   }
@@ -62,40 +49,35 @@ TEST_F(Trace, ChannelsNamedInTheEnvironment) {
 
 TEST_F(Trace, RecordGoesToDebuggerAndFile) {
   setenv("TAVONA_TRACE", "Vel.Framework.Print", 1);
-  int lines = tv::plat::host::DebugOutputCount();
+  int lines = DebugLines();
   // Off channels write nothing, even with a file named.
   setenv("TAVONA_TRACE_FILE", kLog, 1);
   vel::Tracer::Trace(u"Other", 3, 1021, "file", 7, u"hidden");
-  EXPECT_EQ(tv::plat::host::DebugOutputCount(), lines);
+  EXPECT_EQ(DebugLines(), lines);
   EXPECT_EQ(ReadLog(), "");
-
-  vel::Tracer::Trace(u"Vel.Framework.Print", 3, 1021, "file", 42, u"Open File: C:\\\u00c4rger\\\u20ac.txt");
-  vel::Tracer::Trace(u"Vel.Framework.Print", 3, 1021, "file", 43, u"Open File: \U0001F600\xD800x");
-  EXPECT_EQ(tv::plat::host::DebugOutputCount(), lines + 2);
-  EXPECT_EQ(ReadLog(),
-            "Vel.Framework.Print [3/1021] file(42): Open File: C:\\\xC3\x84rger\\\xE2\x82\xAC.txt\r\n"
-            "Vel.Framework.Print [3/1021] file(43): Open File: \xF0\x9F\x98\x80\xEF\xBF\xBDx\r\n");
-
+  vel::Tracer::Trace(kPrint, 3, 1021, "file", 42, u"Open File: C:\\\u00c4rger\\\u20ac.txt");
+  vel::Tracer::Trace(kPrint, 3, 1021, "file", 43, u"Open File: \U0001F600\xD800x");
+  EXPECT_EQ(DebugLines(), lines + 2);
+  const std::string written =
+      "Vel.Framework.Print [3/1021] file(42): Open File: C:\\\xC3\x84rger\\\xE2\x82\xAC.txt\r\n"
+      "Vel.Framework.Print [3/1021] file(43): Open File: \xF0\x9F\x98\x80\xEF\xBF\xBDx\r\n";
+  EXPECT_EQ(ReadLog(), written);
   // Without a file only the debugger output gets it.
-  std::string before = ReadLog();
   unsetenv("TAVONA_TRACE_FILE");
-  vel::Tracer::Trace(u"Vel.Framework.Print", 3, 1021, "file", 44, u"again");
-  EXPECT_EQ(tv::plat::host::DebugOutputCount(), lines + 3);
-  EXPECT_EQ(ReadLog(), before);
+  vel::Tracer::Trace(kPrint, 3, 1021, "file", 44, u"again");
+  EXPECT_EQ(DebugLines(), lines + 3);
+  EXPECT_EQ(ReadLog(), written);
 }
 
+// Cut to the line buffer, never inside a character.
 TEST_F(Trace, LongMessagesAreCutWhole) {
   setenv("TAVONA_TRACE", "*", 1);
   setenv("TAVONA_TRACE_FILE", kLog, 1);
-  std::u16string message(5000, u'\u20ac');
-  vel::Tracer::Trace(u"C", 1, 2, "f", 3, message.c_str());
-  std::string log = ReadLog();
-  ASSERT_GE(log.size(), 2u);
+  vel::Tracer::Trace(u"C", 1, 2, "f", 3, std::u16string(5000, u'\u20ac').c_str());
+  std::string log = ReadLog(), head = "C [1/2] f(3): ";
+  ASSERT_GE(log.size(), head.size() + 2);
   EXPECT_EQ(log.substr(log.size() - 2), "\r\n");
-  std::string head = "C [1/2] f(3): ";
   EXPECT_EQ(log.substr(0, head.size()), head);
-  // Cut to the line buffer, never inside a character.
-  EXPECT_EQ((log.size() - 2 - head.size()) % 3, 0u);
   EXPECT_EQ(log.size() - 2 - head.size(), 3u * (tv::kTraceLineSize - 1 - head.size()));
 }
 

@@ -5,8 +5,6 @@
 #include <colordlg.h>
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "testutil.h"
 #include "uidriver.h"
 
@@ -14,19 +12,27 @@ namespace {
 
 const wchar_t kKey[] = L"Software\\Tavona Software\\SettingsTest";
 const wchar_t kCustom[] = L"Software\\Tavona Software\\Global Parameters\\Custom Colors";
+const HKEY kUser = HKEY_CURRENT_USER;
 
-std::wstring RawValue(HKEY root, const wchar_t *key, const wchar_t *value) {
+std::wstring RawValue(const wchar_t *key, const wchar_t *value) {
   wchar_t buf[200] = {};
   DWORD bytes = sizeof buf;
-  if (RegGetValueW(root, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes) != ERROR_SUCCESS)
+  if (RegGetValueW(kUser, key, value, RRF_RT_REG_SZ, nullptr, buf, &bytes) != ERROR_SUCCESS)
     return L"<missing>";
+  return buf;
+}
+
+std::wstring ReadText(HKEY root, const wchar_t *file, const wchar_t *section, const wchar_t *value,
+                      const wchar_t *def, int size = 50) {
+  wchar_t buf[100] = L"junk";
+  Tavona_ReadStringFromRegistry(root, file ? nullptr : kKey, file, section, value, def, buf, size);
   return buf;
 }
 
 class Settings : public ::testing::Test {
  protected:
   void SetUp() override {
-    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+    RegDeleteTreeW(kUser, kKey);
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey);
   }
   void TearDown() override { SetUp(); }
@@ -35,97 +41,68 @@ class Settings : public ::testing::Test {
 // Values are read with the buffer size in BYTES of room: 24 characters and
 // the terminator fill 50 bytes exactly.
 TEST_F(Settings, StringReadHalfCapacityAndDefaults) {
-  Tavona_WriteStringToHKCU(kKey, L"S", L"v24", std::wstring(24, 'x').c_str());
-  Tavona_WriteStringToHKCU(kKey, L"S", L"v25", std::wstring(25, 'x').c_str());
-  Tavona_WriteStringToHKCU(kKey, L"S", L"v30", std::wstring(30, 'x').c_str());
-  Tavona_WriteStringToHKCU(kKey, nullptr, L"top", L"no section");
-  struct Row {
-    HKEY root;
-    const wchar_t *section, *value, *def;
-    int size;
-    std::wstring expected;
-  } rows[] = {
-      {HKEY_CURRENT_USER, L"S", L"v24", L"def", 50, std::wstring(24, 'x')},
-      {HKEY_CURRENT_USER, L"S", L"v25", L"def", 50, L"def"},
-      {HKEY_CURRENT_USER, L"S", L"v30", L"def", 62, std::wstring(30, 'x')},
-      {HKEY_CURRENT_USER, L"S", L"missing", L"def", 50, L"def"},
-      {HKEY_CURRENT_USER, L"S", L"missing", nullptr, 50, L""},
-      {HKEY_CURRENT_USER, L"Nope", L"v24", L"def", 50, L"def"},
-      {HKEY_CURRENT_USER, nullptr, L"top", L"def", 50, L"no section"},
-      {HKEY_CURRENT_USER, L"", L"top", L"def", 50, L"no section"},
-      {nullptr, L"S", L"v24", L"def", 50, L"def"},
-  };
-  for (const Row &r : rows) {
-    wchar_t buf[100];
-    Tavona_ReadStringFromRegistry(r.root, kKey, nullptr, r.section, r.value, r.def, buf, r.size);
-    EXPECT_EQ(std::wstring(buf), r.expected)
-        << Narrow(r.section) << "/" << Narrow(r.value) << " size " << r.size;
+  for (int n : {24, 25, 30}) {
+    std::wstring name = L"v" + std::to_wstring(n);
+    Tavona_WriteStringToHKCU(kKey, L"S", name.c_str(), std::wstring(n, 'x').c_str());
   }
+  Tavona_WriteStringToHKCU(kKey, nullptr, L"top", L"no section");
+  struct Row { HKEY root; const wchar_t *section, *value, *def; int size; std::wstring expected; };
+  const Row rows[] = {
+      {kUser, L"S", L"v24", L"def", 50, std::wstring(24, 'x')},
+      {kUser, L"S", L"v25", L"def", 50, L"def"},
+      {kUser, L"S", L"v30", L"def", 62, std::wstring(30, 'x')},
+      {kUser, L"S", L"missing", L"def", 50, L"def"}, {kUser, L"S", L"missing", nullptr, 50, L""},
+      {kUser, L"Nope", L"v24", L"def", 50, L"def"},
+      {kUser, nullptr, L"top", L"def", 50, L"no section"},
+      {kUser, L"", L"top", L"def", 50, L"no section"}, {nullptr, L"S", L"v24", L"def", 50, L"def"},
+  };
+  for (const Row &r : rows)
+    EXPECT_EQ(ReadText(r.root, nullptr, r.section, r.value, r.def, r.size), r.expected)
+        << Narrow(r.section) << "/" << Narrow(r.value) << " size " << r.size;
   // The default's own buffer as destination.
   wchar_t same[50] = L"same";
-  Tavona_ReadStringFromRegistry(HKEY_CURRENT_USER, kKey, nullptr, L"S", L"v30", same, same, 50);
+  Tavona_ReadStringFromRegistry(kUser, kKey, nullptr, L"S", L"v30", same, same, 50);
   EXPECT_STREQ(same, L"same");
 }
 
 TEST_F(Settings, TypedValuesAsText) {
-  HKEY cu = HKEY_CURRENT_USER;
-  Tavona_WriteHexToRegistry(cu, kKey, nullptr, nullptr, L"hex", 255);
-  Tavona_WriteColorToRegistry(cu, kKey, nullptr, nullptr, L"color", RGB(10, 20, 30));
-  Tavona_WriteLongToRegistry(cu, kKey, nullptr, nullptr, L"long", -42);
-  Tavona_WriteBitToRegistry(cu, kKey, nullptr, nullptr, L"bitOn", 4, 6);
-  Tavona_WriteBitToRegistry(cu, kKey, nullptr, nullptr, L"bitOff", 4, 3);
-  struct Written {
-    const wchar_t *value, *text;
-  } written[] = {{L"hex", L"0x000000FF"}, {L"color", L"10,20,30"}, {L"long", L"-42"},
-                 {L"bitOn", L"1"}, {L"bitOff", L"0"}};
-  for (const Written &w : written)
-    EXPECT_EQ(RawValue(cu, kKey, w.value), w.text) << Narrow(w.value);
+  Tavona_WriteHexToRegistry(kUser, kKey, nullptr, nullptr, L"hex", 255);
+  Tavona_WriteColorToRegistry(kUser, kKey, nullptr, nullptr, L"color", RGB(10, 20, 30));
+  Tavona_WriteLongToRegistry(kUser, kKey, nullptr, nullptr, L"long", -42);
+  Tavona_WriteBitToRegistry(kUser, kKey, nullptr, nullptr, L"bitOn", 4, 6);
+  Tavona_WriteBitToRegistry(kUser, kKey, nullptr, nullptr, L"bitOff", 4, 3);
+  struct Written { const wchar_t *value, *text; };
+  for (Written w : {Written{L"hex", L"0x000000FF"}, Written{L"color", L"10,20,30"},
+                    Written{L"long", L"-42"}, Written{L"bitOn", L"1"}, Written{L"bitOff", L"0"}})
+    EXPECT_EQ(RawValue(kKey, w.value), w.text) << Narrow(w.value);
 
-  // Each stored text through each reader; an absent value gives the
-  // defaults.
-  struct Row {
-    const wchar_t *text;
-    LONG asLong;
-    DWORD asHex;
-    COLORREF asColor;
-  } rows[] = {
-      {L"0x000000FF", 0, 255, RGB(0, 0, 0)},
-      {L"0XaB", 0, 0xAB, RGB(0, 0, 0)},
-      {L"  -17xyz", -17, 0, RGB(0, 0, 0)},
-      {L"10,20", 10, 0, RGB(10, 20, 0)},
-      {L"300,-1,256", 300, 0, RGB(44, 255, 0)},
-      {L"abc", 0, 0xABC, RGB(0, 0, 0)},
-      {L"", 0, 0, RGB(0, 0, 0)},
-      {nullptr, 7, 0x77, RGB(1, 2, 3)},  // value absent
+  // Each stored text through each reader; an absent value gives the defaults.
+  struct Row { const wchar_t *text; LONG asLong; DWORD asHex; COLORREF asColor; };
+  const Row rows[] = {
+      {L"0x000000FF", 0, 255, RGB(0, 0, 0)}, {L"0XaB", 0, 0xAB, RGB(0, 0, 0)},
+      {L"  -17xyz", -17, 0, RGB(0, 0, 0)}, {L"10,20", 10, 0, RGB(10, 20, 0)},
+      {L"300,-1,256", 300, 0, RGB(44, 255, 0)}, {L"abc", 0, 0xABC, RGB(0, 0, 0)},
+      {L"", 0, 0, RGB(0, 0, 0)}, {nullptr, 7, 0x77, RGB(1, 2, 3)},
   };
   for (const Row &r : rows) {
-    RegDeleteKeyValueW(cu, kKey, L"t");
+    RegDeleteKeyValueW(kUser, kKey, L"t");
     if (r.text) Tavona_WriteStringToHKCU(kKey, nullptr, L"t", r.text);
     std::string in = r.text ? Narrow(r.text) : "(absent)";
-    EXPECT_EQ(Tavona_ReadLongFromRegistry(cu, kKey, nullptr, nullptr, L"t", 7), r.asLong) << in;
-    EXPECT_EQ(Tavona_ReadHexFromRegistry(cu, kKey, nullptr, nullptr, L"t", 0x77), r.asHex) << in;
-    EXPECT_EQ(Tavona_ReadColorFromRegistry(cu, kKey, nullptr, nullptr, L"t", RGB(1, 2, 3)),
-              r.asColor)
+    EXPECT_EQ(Tavona_ReadLongFromRegistry(kUser, kKey, nullptr, nullptr, L"t", 7), r.asLong) << in;
+    EXPECT_EQ(Tavona_ReadHexFromRegistry(kUser, kKey, nullptr, nullptr, L"t", 0x77), r.asHex) << in;
+    EXPECT_EQ(Tavona_ReadColorFromRegistry(kUser, kKey, nullptr, nullptr, L"t", RGB(1, 2, 3)), r.asColor)
         << in;
   }
 }
 
 TEST_F(Settings, BitReadSetsOrClearsTheMask) {
-  struct Row {
-    const wchar_t *text;
-    DWORD flagsBefore, result, flagsAfter;
-  } rows[] = {
-      {L"0", 0xFF, ~4u, 0xFB},
-      {L"1", 0x01, 4, 0x05},
-      {L"-3", 0x00, 4, 0x04},
-      {L"x", 0x04, ~4u, 0x00},
-  };
-  for (const Row &r : rows) {
+  struct Row { const wchar_t *text; DWORD flagsBefore, result, flagsAfter; };
+  for (const Row &r : {Row{L"0", 0xFF, ~4u, 0xFB}, Row{L"1", 0x01, 4, 0x05}, Row{L"-3", 0x00, 4, 0x04},
+                       Row{L"x", 0x04, ~4u, 0x00}}) {
     Tavona_WriteStringToHKCU(kKey, nullptr, L"bit", r.text);
     DWORD flags = r.flagsBefore;
-    DWORD result =
-        Tavona_ReadBitFromRegistry(HKEY_CURRENT_USER, kKey, nullptr, nullptr, L"bit", 0, 4, &flags);
-    EXPECT_EQ(result, r.result) << Narrow(r.text);
+    EXPECT_EQ(Tavona_ReadBitFromRegistry(kUser, kKey, nullptr, nullptr, L"bit", 0, 4, &flags), r.result)
+        << Narrow(r.text);
     EXPECT_EQ(flags, r.flagsAfter) << Narrow(r.text);
   }
 }
@@ -138,14 +115,10 @@ TEST_F(Settings, UserValueOverridesMachineValue) {
   Tavona_WriteStringToHKCU(kKey, L"S", L"placeholder", L"$$$%%%$$$");
   Tavona_WriteStringToHKLM(kKey, L"S", L"placeholder", L"machine");
   Tavona_WriteLongToHKLM(kKey, L"S", L"n", 12);
-  struct Row {
-    const wchar_t *value;
-    int size;
-    std::wstring expected;
-  } rows[] = {
+  struct Row { const wchar_t *value; int size; std::wstring expected; };
+  const Row rows[] = {
       {L"both", 50, L""},  // an empty user value still counts
-      {L"lm", 50, L"machine"},
-      {L"placeholder", 50, L"machine"},
+      {L"lm", 50, L"machine"}, {L"placeholder", 50, L"machine"},
       {L"short", 8, L"abc"},  // too small for the placeholder
       {L"missing", 50, L"def"},
   };
@@ -165,30 +138,23 @@ TEST_F(Settings, ProfileFileStore) {
   GetTempPathW(MAX_PATH, dir);
   GetTempFileNameW(dir, L"tvs", 0, file);
   // Registry first: with a root and key the profile is not touched.
-  Tavona_WriteStringToRegistry(HKEY_CURRENT_USER, kKey, file, L"Sec", L"a", L"reg");
+  Tavona_WriteStringToRegistry(kUser, kKey, file, L"Sec", L"a", L"reg");
   EXPECT_EQ(Tavona_IsRegistryKeyAvailable(nullptr, nullptr, file, L"Sec"), 0);
-
   EXPECT_NE(Tavona_WriteStringToRegistry(nullptr, nullptr, file, L"Sec", L"a", L"one"), 0);
   Tavona_WriteLongToRegistry(nullptr, L"", file, L"Sec", L"n", -5);
-  wchar_t buf[50];
-  Tavona_ReadStringFromRegistry(nullptr, nullptr, file, L"Sec", L"a", L"def", buf, 50);
-  EXPECT_STREQ(buf, L"one");
+  EXPECT_EQ(ReadText(nullptr, file, L"Sec", L"a", L"def"), L"one");
   // The profile has no half-capacity limit: it gets the whole buffer.
   Tavona_WriteStringToRegistry(nullptr, nullptr, file, L"Sec", L"long", std::wstring(40, 'y').c_str());
-  Tavona_ReadStringFromRegistry(nullptr, nullptr, file, L"Sec", L"long", L"def", buf, 50);
-  EXPECT_EQ(std::wstring(buf), std::wstring(40, 'y'));
+  EXPECT_EQ(ReadText(nullptr, file, L"Sec", L"long", L"def"), std::wstring(40, 'y'));
   EXPECT_EQ(Tavona_ReadLongFromRegistry(nullptr, nullptr, file, L"Sec", L"n", 0), -5);
   EXPECT_EQ(Tavona_IsRegistryKeyAvailable(nullptr, nullptr, file, L"Sec"), 1);
-
   // A NULL text deletes the entry; deleting the key deletes the section.
   Tavona_WriteStringToRegistry(nullptr, nullptr, file, L"Sec", L"a", nullptr);
-  Tavona_ReadStringFromRegistry(nullptr, nullptr, file, L"Sec", L"a", L"def", buf, 50);
-  EXPECT_STREQ(buf, L"def");
+  EXPECT_EQ(ReadText(nullptr, file, L"Sec", L"a", L"def"), L"def");
   Tavona_DeleteRegistryKey(nullptr, nullptr, file, L"Sec");
   EXPECT_EQ(Tavona_IsRegistryKeyAvailable(nullptr, nullptr, file, L"Sec"), 0);
   // Without a section neither store is addressed.
-  Tavona_ReadStringFromRegistry(nullptr, nullptr, file, nullptr, L"a", L"def", buf, 50);
-  EXPECT_STREQ(buf, L"def");
+  EXPECT_EQ(ReadText(nullptr, file, nullptr, L"a", L"def"), L"def");
   DeleteFileW(file);
 }
 
@@ -198,12 +164,10 @@ TEST_F(Settings, OverlongProfileNamesAreRefused) {
   for (const std::wstring &file : {std::wstring(1000, 'p'), L"C:\\" + std::wstring(1000, 'p'),
                                    std::wstring(300, 'q') + L".ini"}) {
     std::string what = std::to_string(file.size()) + " characters";
-    EXPECT_EQ(Tavona_WriteStringToRegistry(nullptr, nullptr, file.c_str(), L"S", L"V", L"x"), 0)
-        << what;
+    EXPECT_EQ(Tavona_WriteStringToRegistry(nullptr, nullptr, file.c_str(), L"S", L"V", L"x"), 0) << what;
     EXPECT_FALSE(Tavona_WriteCryptedProfileString(L"k", file.c_str(), L"S", L"V", L"x")) << what;
+    EXPECT_EQ(ReadText(nullptr, file.c_str(), L"S", L"V", L"def", 20), L"def") << what;
     wchar_t buf[20] = L"junk";
-    Tavona_ReadStringFromRegistry(nullptr, nullptr, file.c_str(), L"S", L"V", L"def", buf, 20);
-    EXPECT_STREQ(buf, L"def") << what;
     Tavona_ReadCryptedProfileString(L"k", file.c_str(), L"S", L"V", L"plain", buf, 20);
     EXPECT_STREQ(buf, L"plain") << what;
     EXPECT_EQ(Tavona_IsRegistryKeyAvailable(nullptr, nullptr, file.c_str(), L"S"), 0) << what;
@@ -212,119 +176,104 @@ TEST_F(Settings, OverlongProfileNamesAreRefused) {
 }
 
 TEST_F(Settings, KeyLevelOperations) {
-  HKEY cu = HKEY_CURRENT_USER;
   wchar_t buf[100] = L"junk";
-  EXPECT_EQ(Tavona_ReadRegistryItems(cu, kKey, buf, 100, ';'), 0);  // missing key
+  EXPECT_EQ(Tavona_ReadRegistryItems(kUser, kKey, buf, 100, ';'), 0);  // missing key
   EXPECT_STREQ(buf, L"");
-  EXPECT_EQ(Tavona_ReadRegistryItems(cu, kKey, nullptr, 100, ';'), -1);
-  EXPECT_EQ(Tavona_ReadRegistryItems(cu, kKey, buf, 0, ';'), -1);
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(cu, kKey, nullptr, nullptr), 0);
-
-  Tavona_WriteRegistryItems(cu, kKey, L"A;1;B;2;");
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(cu, kKey, nullptr, nullptr), 1);
-  EXPECT_EQ(RawValue(cu, kKey, L"A"), L"1");
-  EXPECT_EQ(RawValue(cu, kKey, L"B"), L"2");
-  EXPECT_EQ(Tavona_CountRegistryItems(cu, kKey), 2);
-  EXPECT_EQ(Tavona_FillLanguageBoxFromRegistry(cu, kKey, buf, 100, '|'), 2);
+  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, kKey, nullptr, nullptr), 0);
+  Tavona_WriteRegistryItems(kUser, kKey, L"A;1;B;2;");
+  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, kKey, nullptr, nullptr), 1);
+  EXPECT_EQ(RawValue(kKey, L"A") + RawValue(kKey, L"B"), L"12");
+  EXPECT_EQ(Tavona_CountRegistryItems(kUser, kKey), 2);
+  EXPECT_EQ(Tavona_FillLanguageBoxFromRegistry(kUser, kKey, buf, 100, '|'), 2);
   // Enumeration order is the store's; Wine and Windows keep creation order.
   EXPECT_STREQ(buf, L"A|1|B|2|");
-
   // A pair without data is not written; data of 100 characters or more
   // (over 200 bytes with the zero) end the enumeration.
-  Tavona_WriteRegistryItems(cu, kKey, L"C,3,D,");
-  EXPECT_EQ(RawValue(cu, kKey, L"C"), L"3");
-  EXPECT_EQ(RawValue(cu, kKey, L"D"), L"<missing>");
+  Tavona_WriteRegistryItems(kUser, kKey, L"C,3,D,");
+  EXPECT_EQ(RawValue(kKey, L"C"), L"3");
+  EXPECT_EQ(RawValue(kKey, L"D"), L"<missing>");
   Tavona_WriteStringToHKCU(kKey, nullptr, L"E", std::wstring(100, 'z').c_str());
   Tavona_WriteStringToHKCU(kKey, nullptr, L"F", L"after");
-  EXPECT_EQ(Tavona_CountRegistryItems(cu, kKey), 3);
+  EXPECT_EQ(Tavona_CountRegistryItems(kUser, kKey), 3);
 
   // An empty key; a key with subkeys is not deleted.
-  std::wstring sub = std::wstring(kKey) + L"\\Empty";
+  const std::wstring sub = std::wstring(kKey) + L"\\Empty";
   Tavona_WriteStringToHKCU(sub.c_str(), L"Child", L"x", L"1");
-  Tavona_DeleteRegistryKey(cu, sub.c_str(), nullptr, nullptr);
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(cu, sub.c_str(), nullptr, nullptr), 1);
-  Tavona_DeleteRegistryKey(cu, sub.c_str(), nullptr, L"Child");
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(cu, sub.c_str(), nullptr, L"Child"), 0);
-  EXPECT_EQ(Tavona_ReadRegistryItems(cu, sub.c_str(), buf, 100, ';'), 0);
+  Tavona_DeleteRegistryKey(kUser, sub.c_str(), nullptr, nullptr);
+  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, sub.c_str(), nullptr, nullptr), 1);
+  Tavona_DeleteRegistryKey(kUser, sub.c_str(), nullptr, L"Child");
+  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, sub.c_str(), nullptr, L"Child"), 0);
+  EXPECT_EQ(Tavona_ReadRegistryItems(kUser, sub.c_str(), buf, 100, ';'), 0);
   EXPECT_STREQ(buf, L"");
-  Tavona_DeleteRegistryKey(cu, sub.c_str(), nullptr, nullptr);
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(cu, sub.c_str(), nullptr, nullptr), 0);
-
+  Tavona_DeleteRegistryKey(kUser, sub.c_str(), nullptr, nullptr);
+  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, sub.c_str(), nullptr, nullptr), 0);
   // A path of 1000 characters or more is refused, not cut to the root.
-  std::wstring overlong(995, 'k');
-  EXPECT_EQ(Tavona_WriteStringToRegistry(cu, overlong.c_str(), nullptr, L"Section", L"stray", L"1"),
-            ERROR_FILENAME_EXCED_RANGE);
-  EXPECT_EQ(RawValue(cu, L"", L"stray"), L"<missing>");
+  EXPECT_EQ(Tavona_WriteStringToRegistry(kUser, std::wstring(995, 'k').c_str(), nullptr, L"Section",
+                                         L"stray", L"1"), ERROR_FILENAME_EXCED_RANGE);
+  EXPECT_EQ(RawValue(L"", L"stray"), L"<missing>");
 }
 
 TEST_F(Settings, EditFieldAndSubKeyBoxes) {
-  HWND edit = CreateWindowW(L"EDIT", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-  HWND parent = CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-  SetWindowLongPtrW(edit, GWLP_ID, 77);
-  SetParent(edit, parent);
+  HWND parent =
+      CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+  HWND edit = CreateWindowW(L"EDIT", L"", WS_CHILD, 0, 0, 10, 10, parent, HMENU(77), nullptr, nullptr);
   Tavona_WriteStringToHKCU(kKey, nullptr, L"e", L"text");
-  Tavona_ReadEditFieldFromRegistry(parent, 77, HKEY_CURRENT_USER, kKey, nullptr, nullptr, L"e", L"d");
+  Tavona_ReadEditFieldFromRegistry(parent, 77, kUser, kKey, nullptr, nullptr, L"e", L"d");
   wchar_t buf[20];
   GetWindowTextW(edit, buf, 20);
   EXPECT_STREQ(buf, L"text");
-  Tavona_ReadEditFieldFromRegistry(parent, 77, HKEY_CURRENT_USER, kKey, nullptr, nullptr, L"x", nullptr);
+  Tavona_ReadEditFieldFromRegistry(parent, 77, kUser, kKey, nullptr, nullptr, L"x", nullptr);
   EXPECT_EQ(GetWindowTextLengthW(edit), 0);
   DestroyWindow(parent);
 
+  const std::wstring missing = std::wstring(kKey) + L"\\None";
   for (const wchar_t *cls : {L"ListBox", L"ComboBox"}) {
-    HWND box = CreateWindowW(cls, L"", WS_POPUP | LBS_SORT, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr);
+    HWND box = CreateWindowW(cls, L"", WS_POPUP | LBS_SORT, 0, 0, 100, 100, nullptr, nullptr,
+                             nullptr, nullptr);
     ASSERT_NE(box, nullptr);
-    bool list = cls[0] == L'L';
+    const UINT count = cls[0] == L'L' ? LB_GETCOUNT : CB_GETCOUNT;
     Tavona_AddBoxEntry(box, L"stale", 0, -1, 0);
-    std::wstring missing = std::wstring(kKey) + L"\\None";
-    EXPECT_EQ(Tavona_FillBoxWithRegistrySubKeys(HKEY_CURRENT_USER, missing.c_str(), box),
-              ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(SendMessageW(box, list ? LB_GETCOUNT : CB_GETCOUNT, 0, 0), 0) << Narrow(cls);
-    for (const wchar_t *s : {L"One", L"Two"})
-      Tavona_WriteStringToHKCU((std::wstring(kKey) + L"\\" + s).c_str(), nullptr, L"x", L"1");
-    EXPECT_EQ(Tavona_FillBoxWithRegistrySubKeys(HKEY_CURRENT_USER, kKey, box), 0);
-    EXPECT_EQ(SendMessageW(box, list ? LB_GETCOUNT : CB_GETCOUNT, 0, 0), 2) << Narrow(cls);
-
+    EXPECT_EQ(Tavona_FillBoxWithRegistrySubKeys(kUser, missing.c_str(), box), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(SendMessageW(box, count, 0, 0), 0) << Narrow(cls);
+    for (const wchar_t *s : {L"\\One", L"\\Two"})
+      Tavona_WriteStringToHKCU((kKey + std::wstring(s)).c_str(), nullptr, L"x", L"1");
+    EXPECT_EQ(Tavona_FillBoxWithRegistrySubKeys(kUser, kKey, box), 0);
+    EXPECT_EQ(SendMessageW(box, count, 0, 0), 2) << Narrow(cls);
     DestroyWindow(box);
   }
 }
 
-// Picks red 12, green 34, blue 56 in the chooser's edit fields, adds it to
-// the custom colours and confirms: the colour comes back, and all sixteen
-// custom colours are written, the first replaced by the new one.
+// A colour typed in and added: it comes back, and all sixteen custom colours
+// are written, the first replaced by it. Cancel leaves both alone.
 TEST_F(Settings, ColorDialogStoresChoiceAndCustomColors) {
-  RegDeleteTreeW(HKEY_CURRENT_USER, kCustom);
+  RegDeleteTreeW(kUser, kCustom);
   COLORREF color = RGB(200, 100, 50);
-  int rc = tvui::RunModal([&] { return Tavona_ColorDialog(nullptr, &color); },
-                          [](tvui::Session &s) {
-                            HWND dlg = s.WaitAnyDialog();
-                            s.SetText(dlg, COLOR_RED, L"12");
-                            s.SetText(dlg, COLOR_GREEN, L"34");
-                            s.SetText(dlg, COLOR_BLUE, L"56");
-                            s.Click(dlg, COLOR_ADD);
-                            s.Screenshot(dlg, L"settings_color_dialog");
-                            s.Click(dlg, IDOK);
-                            s.WaitClosed(dlg);
-                          });
+  int rc = tvui::RunModal([&] { return Tavona_ColorDialog(nullptr, &color); }, [](tvui::Session &s) {
+    HWND dlg = s.WaitAnyDialog();
+    s.SetText(dlg, COLOR_RED, L"12");
+    s.SetText(dlg, COLOR_GREEN, L"34");
+    s.SetText(dlg, COLOR_BLUE, L"56");
+    s.Click(dlg, COLOR_ADD);
+    s.Screenshot(dlg, L"settings_color_dialog");
+    s.Click(dlg, IDOK);
+    s.WaitClosed(dlg);
+  });
   EXPECT_EQ(rc, 1);
   EXPECT_EQ(color, RGB(12, 34, 56));
-  EXPECT_EQ(RawValue(HKEY_CURRENT_USER, kCustom, L"Color01"), L"12,34,56");
-  EXPECT_EQ(RawValue(HKEY_CURRENT_USER, kCustom, L"Color02"), L"255,255,91");
-  EXPECT_EQ(RawValue(HKEY_CURRENT_USER, kCustom, L"Color16"), L"250,48,53");
-
-  // Cancel leaves both the colour and the stored custom colours alone.
+  EXPECT_EQ(RawValue(kCustom, L"Color01"), L"12,34,56");
+  EXPECT_EQ(RawValue(kCustom, L"Color02"), L"255,255,91");
+  EXPECT_EQ(RawValue(kCustom, L"Color16"), L"250,48,53");
   Tavona_WriteStringToHKCU(kCustom, nullptr, L"Color02", L"1,2,3");
-  rc = tvui::RunModal([&] { return Tavona_ColorDialog(nullptr, &color); },
-                      [](tvui::Session &s) {
-                        HWND dlg = s.WaitAnyDialog();
-                        s.SetText(dlg, COLOR_RED, L"99");
-                        s.Click(dlg, IDCANCEL);
-                        s.WaitClosed(dlg);
-                      });
+  rc = tvui::RunModal([&] { return Tavona_ColorDialog(nullptr, &color); }, [](tvui::Session &s) {
+    HWND dlg = s.WaitAnyDialog();
+    s.SetText(dlg, COLOR_RED, L"99");
+    s.Click(dlg, IDCANCEL);
+    s.WaitClosed(dlg);
+  });
   EXPECT_EQ(rc, 2);
   EXPECT_EQ(color, RGB(12, 34, 56));
-  EXPECT_EQ(RawValue(HKEY_CURRENT_USER, kCustom, L"Color02"), L"1,2,3");
-  RegDeleteTreeW(HKEY_CURRENT_USER, kCustom);
+  EXPECT_EQ(RawValue(kCustom, L"Color02"), L"1,2,3");
+  RegDeleteTreeW(kUser, kCustom);
 }
 
 }  // namespace
