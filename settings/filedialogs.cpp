@@ -2,6 +2,7 @@
 // titles and filters from string resources (translated), the last chosen
 // name remembered in the settings store, picture filters from the picture
 // library's formats.
+#include <tavona/files.h>
 #include <tavona/settings.h>
 
 #include <commdlg.h>
@@ -40,30 +41,6 @@ namespace {
 constexpr int kDirChars = 256;
 constexpr int kFilterChars = 2000;
 constexpr int kExtChars = 100;
-
-bool IsSeparator(WCHAR c) { return c == '\\' || c == '/'; }
-
-// Keeps what follows the last separator or colon.
-void StripPath(WCHAR *path) {
-  int start = 0, len = 0;
-  for (; path[len]; ++len)
-    if (IsSeparator(path[len]) || path[len] == ':') start = len + 1;
-  tv::CopyRaw(path, path + start, len - start);
-  path[len - start] = 0;
-}
-
-// Keeps the directory part; a root keeps its separator ("C:\", "\").
-void StripFileName(WCHAR *path) {
-  for (int i = tv::Len(path) - 1; i >= 0; --i) {
-    WCHAR c = path[i];
-    if (c == ':') return;
-    if (IsSeparator(c)) {
-      if (i > 0 && path[i - 1] != ':') path[i] = 0;
-      return;
-    }
-    path[i] = 0;
-  }
-}
 
 // The text after the last dot ("" without one).
 const WCHAR *ExtensionOf(const WCHAR *name) {
@@ -230,9 +207,9 @@ struct Buffers {
   // it. Flags are the caller's.
   OPENFILENAMEW Prepare(const WCHAR *name, int size, WCHAR (&defExt)[kExtChars]) {
     CopyCut(work.get(), name, size);
-    StripPath(work.get());
+    Tavona_StripPath(work.get());
     CopyCut(dir.get(), name, kDirChars);
-    StripFileName(dir.get());
+    Tavona_StripFileName(dir.get());
     OPENFILENAMEW ofn = {};
     ofn.lStructSize = sizeof ofn;
     ofn.hwndOwner = GetActiveWindow();
