@@ -265,8 +265,6 @@ TEST_F(ButtonBar, CommandsOfTheContextMenu) {
   EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_EDGE_MODE), edge == 1 ? 2 : 1);
   command(IDM_BAR_SWITCH);
   EXPECT_EQ(WButtWind_GetLongProperty(bar_, 12), 0);
-  command(IDM_BAR_WRAP);
-  EXPECT_EQ(WButtWind_GetLongProperty(bar_, WBAR_WRAP), 1);
 }
 
 // The menus through the right button, read and answered by keyboard. The
