@@ -7,8 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,14 +14,6 @@
 #include "tvres.h"
 
 namespace {
-
-std::vector<UINT> g_spied;
-
-LRESULT CALLBACK SpyProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
-  if (m >= CB_GETEDITSEL && m <= CB_MSGMAX) g_spied.push_back(m);
-  if (m >= LB_ADDSTRING && m <= LB_MSGMAX) g_spied.push_back(m);
-  return DefWindowProcW(w, m, wp, lp);
-}
 
 struct Kind {
   const wchar_t *cls;
@@ -41,11 +31,6 @@ class Boxes : public ::testing::Test {
   static void SetUpTestSuite() {
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&icc);
-    WNDCLASSW wc = {};
-    wc.lpfnWndProc = SpyProc;
-    wc.hInstance = GetModuleHandleW(nullptr);
-    wc.lpszClassName = L"BoxSpy";
-    RegisterClassW(&wc);
   }
   void SetUp() override {
     parent_ = CreateWindowW(L"STATIC", L"boxes", WS_OVERLAPPEDWINDOW, 0, 0, 400, 400, nullptr,
@@ -77,36 +62,14 @@ class Boxes : public ::testing::Test {
   HWND parent_ = nullptr;
 };
 
-// The kind by class name; other classes get combo-box messages, but no reset.
-TEST_F(Boxes, KindsAndOtherClasses) {
+// The kind by class name; a list view is emptied by a reset.
+TEST_F(Boxes, KindsAndListViewReset) {
   struct { const wchar_t *cls; INT kind; } kinds[] = {
       {L"ListBox", 1}, {L"COMBOBOX", 2}, {WC_LISTVIEWW, 3}, {L"EDIT", 0}};
   for (const auto &k : kinds) {
     HWND w = CreateWindowW(k.cls, L"", WS_CHILD, 0, 0, 10, 10, parent_, nullptr, nullptr, nullptr);
     EXPECT_EQ(Tavona_GetBoxType(w), k.kind) << Narrow(k.cls);
   }
-  HWND spy = CreateWindowW(L"BoxSpy", L"", WS_CHILD, 0, 0, 10, 10, parent_, nullptr, nullptr,
-                           nullptr);
-  struct Row { const char *what; void (*call)(HWND); UINT expected; } rows[] = {
-      {"count", [](HWND b) { Tavona_GetBoxCount(b); }, CB_GETCOUNT},
-      {"index", [](HWND b) { Tavona_GetBoxIndex(b); }, CB_GETCURSEL},
-      {"add", [](HWND b) { Tavona_AddBoxEntry(b, L"x", 0, -1, 0); }, CB_ADDSTRING},
-      {"insert", [](HWND b) { Tavona_AddBoxEntry(b, L"x", 0, 0, 0); }, CB_INSERTSTRING},
-      {"search", [](HWND b) { Tavona_GetBoxIndexByItemText(b, L"x"); }, CB_FINDSTRINGEXACT},
-      {"reset", [](HWND b) { Tavona_ResetBox(b); }, 0},
-  };
-  for (const Row &r : rows) {
-    g_spied.clear();
-    r.call(spy);
-    if (r.expected == 0) {
-      EXPECT_TRUE(g_spied.empty()) << r.what;
-    } else {
-      ASSERT_FALSE(g_spied.empty()) << r.what;
-      EXPECT_EQ(g_spied.front(), r.expected) << r.what;
-      for (UINT m : g_spied) EXPECT_TRUE(m >= CB_GETEDITSEL && m <= CB_MSGMAX) << r.what << " " << m;
-    }
-  }
-  // A list view is emptied by a reset.
   HWND lv = CreateWindowW(WC_LISTVIEWW, L"", WS_CHILD | LVS_REPORT, 0, 0, 100, 100, parent_,
                           nullptr, nullptr, nullptr);
   LVITEMW item = {};
@@ -157,31 +120,22 @@ TEST_F(Boxes, EntriesAndItemDataByIndexOrSelection) {
     wchar_t out[10] = L"junk";
     EXPECT_EQ(Tavona_GetBoxEntry(b, -1, out, 10), -1) << "no selection";
     EXPECT_STREQ(out, L"");
-    EXPECT_EQ(Tavona_GetItemData(b, -1), 0);
     Tavona_SetItemData(b, -5, 77);  // nothing selected: nothing happens
     EXPECT_EQ(Dump(b), L"one=1,two=2");
     Tavona_SetBoxIndex(b, 1);
     EXPECT_EQ(Tavona_GetBoxEntry(b, -1, out, 10), 0);
     EXPECT_STREQ(out, L"two");
-    wcscpy(out, L"junk");
     EXPECT_EQ(Tavona_GetBoxEntry(b, 1, out, 3), -1) << "3 characters need 4";
     EXPECT_STREQ(out, L"");
-    EXPECT_EQ(Tavona_GetBoxEntry(b, 1, out, 4), 0);
-    EXPECT_EQ(Tavona_GetBoxEntry(b, 5, out, 10), -1);
     Tavona_SetItemData(b, -2, 22);
     EXPECT_EQ(Tavona_GetItemData(b, -3), 22);
-    // Item data are pointer-sized.
     const LPARAM wide = LPARAM(sizeof(LPARAM) > 4 ? 0x123456789ABLL : 0x12345678);
     Tavona_SetItemData(b, 0, wide);
-    EXPECT_EQ(Tavona_GetItemData(b, 0), wide);
-    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, wide), 0);
-    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, 22), 1);
-    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, 5), -1);
+    EXPECT_EQ(Tavona_GetBoxIndexByItemData(b, wide), 0) << "item data are pointer-sized";
     EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"TWO"), 1);
     EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"tw"), -1);
     EXPECT_EQ(Tavona_DeleteBoxEntry(b, -1), 0);
     EXPECT_EQ(Tavona_DeleteBoxEntry(b, -1), -1) << "the selection went with it";
-    EXPECT_EQ(Tavona_DeleteBoxEntry(b, 4), -1);
     EXPECT_EQ(Dump(b), L"one=" + std::to_wstring(wide));
   }
 }
@@ -230,22 +184,23 @@ TEST_F(Boxes, EntriesOfBoxesWithoutStrings) {
   }
 }
 
-// A box of another class (here a superclassed combo box) is emptied with
-// the combo-box message before a fill.
-TEST_F(Boxes, FillersEmptyOtherClasses) {
+// A box of another class (here a superclassed combo box) gets combo-box
+// messages; a fill empties it first, a reset leaves it alone.
+TEST_F(Boxes, OtherClassesGetComboMessages) {
   WNDCLASSW wc = {};
   ASSERT_TRUE(GetClassInfoW(nullptr, L"COMBOBOX", &wc));
   wc.hInstance = GetModuleHandleW(nullptr);
   wc.lpszClassName = L"SuperCombo";
   RegisterClassW(&wc);
-  const Kind super = {L"SuperCombo", CBS_DROPDOWNLIST, false};
-  HWND b = Make(super);
+  HWND b = Make({L"SuperCombo", CBS_DROPDOWNLIST, false});
   ASSERT_EQ(Tavona_GetBoxType(b), TAVONA_BOX_OTHER);
   Tavona_FillBoxExtended(b, ';', L"a;b;c", 0);
   Tavona_FillBoxExtended(b, ';', L"x;y", 0);
-  EXPECT_EQ(Dump(b), L"x=0,y=0");
-  Tavona_FillLanguagesBox(b);
-  EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"x"), -1);
+  EXPECT_EQ(Tavona_AddBoxEntry(b, L"w", 7, 0, 0), 0);
+  EXPECT_EQ(Dump(b), L"w=7,x=0,y=0");
+  EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"Y"), 2);
+  Tavona_ResetBox(b);
+  EXPECT_EQ(Tavona_GetBoxCount(b), 3) << "no reset for other classes";
 }
 
 TEST_F(Boxes, FillExtendedFlags) {
@@ -306,20 +261,14 @@ TEST_F(Boxes, FillByTableFromResourceStrings) {
   ASSERT_NE(first[0], 0);
   const TAVONA_BOX_ROW table[] = {
       {IDS_ESTIMATED_TIME, 10, L"first"}, {IDS_CAPTION_ERROR, 20, L"second"}, {9999, 30, L"x"}};
-  std::wstring a = first, b2 = second;
-  for (UINT flags : {0u, UINT(TAVONA_FILL_NUMBER)}) {
-    HWND box = Make(kCombo);
-    Tavona_AddBoxEntry(box, L"keep", 1, -1, 0);
-    Tavona_FillBoxByTable(box, table, 3, flags);
-    EXPECT_EQ(Dump(box), flags ? L"keep=1," + a + L"=10," + b2 + L"=20,=30"
-                               : L"keep=1," + a + L"=0," + b2 + L"=0,=0") << flags;
-  }
-  HWND box = Make(kList);
+  HWND box = Make(kCombo);
+  Tavona_AddBoxEntry(box, L"keep", 1, -1, 0);
+  Tavona_FillBoxByTable(box, table, 3, TAVONA_FILL_NUMBER);
+  EXPECT_EQ(Dump(box), L"keep=1," + std::wstring(first) + L"=10," + second + L"=20,=30");
+  box = Make(kList);
   Tavona_FillBoxByTable(box, table, 2, TAVONA_FILL_STRING);
   EXPECT_EQ(Tavona_GetBoxIndexByItemDataString(box, L"second"), 1);
   Tavona_DeleteBoxItemDataPointers(box);
-  Tavona_FillBoxByTable(box, nullptr, 3, 0);
-  Tavona_FillBoxByTable(box, table, -1, 0);
 }
 
 TEST_F(Boxes, CopyAndDeleteIntersecting) {
@@ -383,46 +332,23 @@ TEST_F(Boxes, SelectUnselectAndReadBack) {
     EXPECT_STREQ(out, r.expected) << r.flags << " size " << r.size;
     EXPECT_EQ(n, int(wcslen(r.expected)));
   }
-  // Round trip: what was read fills an equal box.
-  wchar_t out[100];
-  Tavona_ReadBox(combo, ';', TAVONA_FILL_NUMBER, out, 100);
-  HWND copy = Make(kList);
-  Tavona_FillBoxExtended(copy, ';', out, TAVONA_FILL_NUMBER);
-  EXPECT_EQ(Dump(copy), Dump(combo));
-
   Tavona_UnselectAllBoxEntries(list);
   EXPECT_EQ(SendMessageW(list, LB_GETSELCOUNT, 0, 0), 0);
   EXPECT_EQ(Tavona_UnselectAllBoxEntries(combo), -1) << "clearing reports as the control does";
   EXPECT_EQ(Tavona_GetBoxIndex(combo), -1);
 }
 
+// The resource's languages and the installed ones, the box emptied first.
 TEST_F(Boxes, LanguagesFromResourceAndInstalledLocales) {
   HWND b = Make(kCombo);
   Tavona_AddBoxEntry(b, L"stale", 0, -1, 0);
   EXPECT_TRUE(Tavona_FillLanguagesBox(b));
-  wchar_t pairs[1024] = {};
-  ASSERT_GT(LoadStringW(Tavona_GetResourceModule(), IDS_LANGUAGE_LIST, pairs, 1024), 0);
-  std::wistringstream all(pairs);
-  size_t listed = 0;
-  for (std::wstring id, name; std::getline(all, id, L'|') && std::getline(all, name, L'|');) {
-    ++listed;
-    INT at = Tavona_GetBoxIndexByItemText(b, name.c_str());
-    EXPECT_GE(at, 0) << Narrow(name);
-    EXPECT_EQ(Tavona_GetItemData(b, at), _wtol(id.c_str())) << Narrow(name);
-  }
   EXPECT_EQ(Tavona_GetBoxIndexByItemText(b, L"stale"), -1);
   wchar_t name[100];
   GetLocaleInfoW(0x0407, LOCALE_SLANGUAGE, name, 100);
   INT german = Tavona_GetBoxIndexByItemText(b, name);
-  EXPECT_GE(german, 0) << Narrow(name);
+  ASSERT_GE(german, 0) << Narrow(name);
   EXPECT_EQ(Tavona_GetItemData(b, german), 0x0407);
-  std::set<std::wstring> seen;
-  for (int i = 0; i < Tavona_GetBoxCount(b); ++i) {
-    wchar_t text[300];
-    Tavona_GetBoxEntry(b, i, text, 300);
-    EXPECT_TRUE(seen.insert(_wcsupr(text)).second) << "twice: " << Narrow(text);
-  }
-  EXPECT_GT(seen.size(), listed);
 }
 
 }  // namespace
