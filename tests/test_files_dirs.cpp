@@ -127,14 +127,10 @@ TEST_F(Dirs, CopyTreeCountersEventsAndSkippedNames) {
   EXPECT_EQ(c.text[99], kept);
   EXPECT_TRUE(g_capturedReports.empty());
 
-  // 5 first and 6 last, every file found (1) copied (2).
+  // 5 first and 6 last.
   ASSERT_GE(g_events.size(), 2u);
   EXPECT_EQ(std::make_pair(g_events[0].code, g_events[0].source), std::make_pair(5, src_));
   EXPECT_EQ(std::make_pair(g_events.back().code, g_events.back().destination), std::make_pair(6, dst_));
-  auto count = [](INT code) {
-    return int(std::count_if(g_events.begin(), g_events.end(), [&](auto &e) { return e.code == code; }));
-  };
-  EXPECT_EQ(std::make_pair(count(1), count(2)), std::make_pair(6, 6));
 
   // An abort at any callback returns 2 at once: no later event, no 6.
   for (INT at = 1, total = INT(g_events.size()); at <= total; at += 3) {
@@ -200,16 +196,13 @@ TEST_F(Dirs, FailuresAreReportedAndStopTheCopy) {
   EXPECT_EQ(g_capturedReports[0].find(L"\"" + src_ + L"\\"), 0u);
   EXPECT_NE(g_capturedReports[0].find(L"\"" + dst_ + L"\\"), WStr::npos);
   MakeTree();
-  // A directory where a file should go (1328); a destination below a file (1329).
+  // A directory where a file should go (1328; below a file, 1329: DirectoryChains).
   RemoveTree(dst_);
   CreateDirectoryW(dst_.c_str(), nullptr);
   CreateDirectoryW((dst_ + L"\\readme").c_str(), nullptr);
   g_capturedReports.clear();
   EXPECT_EQ(Copy(c, 0), 2);
   EXPECT_TRUE(ReportedWith(L"a folder of that name exists"));
-  g_capturedReports.clear();
-  EXPECT_EQ(Tavona_CopyDirectories(src_.c_str(), (src_ + L"\\a.txt\\x").c_str(), &c, nullptr, 0), 2);
-  EXPECT_TRUE(ReportedWith(L"exists but is not a folder"));
   // A source that does not exist copies nothing and succeeds.
   g_capturedReports.clear();
   RemoveTree(dst_);
