@@ -1,5 +1,5 @@
-// Whole-file sizes, loads and saves against real files, the errors they
-// report, and the trace records of their opens.
+// Whole-file sizes, loads and saves against real files, and the errors they
+// report.
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
@@ -17,16 +17,10 @@ class FilesIo : public ::testing::Test {
     CreateDirectoryW(dir_.c_str(), nullptr);
     g_capturedReports.clear();
     Tavona_SetErrorHandlerCallback(CaptureReports);
-    TearDownTrace();
   }
   void TearDown() override {
     Tavona_SetErrorHandlerCallback(nullptr);
-    TearDownTrace();
     RemoveTree(dir_);
-  }
-  static void TearDownTrace() {
-    SetEnvironmentVariableW(L"TAVONA_TRACE", nullptr);
-    SetEnvironmentVariableW(L"TAVONA_TRACE_FILE", nullptr);
   }
   std::wstring Path(const wchar_t *name) { return dir_ + L"\\" + name; }
   std::wstring Make(const wchar_t *name, const std::string &content) {
@@ -165,31 +159,6 @@ TEST_F(FilesIo, SaveFailsWhileAReaderHoldsTheFile) {
   EXPECT_EQ(Tavona_SaveMemoryToFile(h, held.c_str(), 0), 0);
   EXPECT_EQ(Read(held).size(), GlobalSize(h));
   GlobalFree(h);
-}
-
-// Every open is announced on "Vel.Framework.Print" when TAVONA_TRACE names
-// it; the existence test and the EXIF reader open nothing that is traced.
-TEST_F(FilesIo, OpensAreTraced) {
-  std::wstring data = Make(L"data.txt", "12345"), log = Path(L"trace.log"), other = Path(L"other.bin");
-  auto utf8 = [](const std::wstring &w) { return std::string(w.begin(), w.end()); };  // ASCII here
-  SetEnvironmentVariableW(L"TAVONA_TRACE_FILE", log.c_str());
-  SetEnvironmentVariableW(L"TAVONA_TRACE", L"Other, vel.framework.print");
-  char buf[10];
-  Tavona_GetFileSize(data.c_str());
-  Tavona_GetFileSize64(data.c_str());
-  Tavona_LoadFileToBuffer(data.c_str(), buf, 10, 0);
-  GlobalFree(Tavona_LoadFileToMemory(data.c_str(), 0));
-  Tavona_SaveBufferToFile(other.c_str(), "x", 1, 0);
-  Tavona_DoesFileExist(data.c_str());
-  DateTimeStruct when;
-  Tavona_GetExifExposureDateTimeFromJpegFile(data.c_str(), &when);
-  std::string text = Read(log);
-  size_t lines = 0;
-  for (size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos; at += 2) ++lines;
-  EXPECT_EQ(lines, 5u) << text;
-  EXPECT_EQ(text.find("Vel.Framework.Print [3/1021] file("), 0u) << text;
-  EXPECT_NE(text.find("Open File: " + utf8(data) + "\r\n"), std::string::npos) << text;
-  EXPECT_NE(text.find("Open File: " + utf8(other) + "\r\n"), std::string::npos) << text;
 }
 
 }  // namespace
