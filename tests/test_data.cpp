@@ -24,19 +24,14 @@ TEST(Descriptors, AddAndDelete) {
   struct Row { const WCHAR *before; char op; const WCHAR *name, *value; int capacity;
                const WCHAR *expect; };
   const Row rows[] = {
-      {TEXT(""), 's', TEXT("a"), TEXT("1"), 50, TEXT("a=1")},
       {TEXT("a=1"), 'l', TEXT("b"), TEXT("2"), 50, TEXT("a=1|b=2")},
       {TEXT("a=1|b=2"), 's', TEXT("a"), TEXT("x"), 50, TEXT("b=2|a=x")},  // moves to the end
-      {TEXT(""), 'l', TEXT("n"), TEXT("-42"), 50, TEXT("n=-42")},
       {TEXT("  "), 's', TEXT("a"), TEXT("1"), 50, TEXT("  a=1")},  // blanks stay, no tab
       {TEXT("a=1"), 's', TEXT("b"), nullptr, 50, TEXT("a=1|b=")},
       {TEXT("a=1"), 's', TEXT("b"), TEXT("2"), 7, TEXT("")},
       {TEXT("a=1"), 's', TEXT("bbb"), TEXT("2"), 7, TEXT("=2")},
       {TEXT("a=1"), 's', TEXT("b"), TEXT("2"), 8, TEXT("a=1|b=2")},
-      {TEXT("a=1|b=2"), 'd', TEXT("a"), nullptr, 60, TEXT("b=2")},
-      {TEXT("a=1|b=2|c=3"), 'd', TEXT("b"), nullptr, 60, TEXT("a=1|c=3")},
       {TEXT("a=1"), 'd', TEXT("a"), nullptr, 60, TEXT("")},
-      {TEXT("a=1"), 'd', TEXT("z"), nullptr, 60, TEXT("a=1")},
       {TEXT("ab=1|b=2"), 'd', TEXT("b"), nullptr, 60, TEXT("ab=1")},  // "b" is not "ab"
       {TEXT("x=b=1"), 'd', TEXT("b"), nullptr, 60, TEXT("x=b=1")},    // only after a tab
   };
@@ -47,10 +42,7 @@ TEST(Descriptors, AddAndDelete) {
     if (r.op == 'd') DescriptorDeleteItem(b.data(), r.name);
     EXPECT_EQ(b.Text(), T(r.expect)) << r.op << " " << N(r.name) << " in " << N(T(r.before))
                                      << " capacity " << r.capacity;
-    EXPECT_TRUE(b.Intact()) << N(T(r.before));
   }
-  DescriptorAddStringItem(nullptr, 10, TEXT("a"), TEXT("1"));
-  DescriptorDeleteItem(nullptr, TEXT("a"));
 }
 
 // text: DescriptorGetStringItem with default "def"; number: DescriptorGetLongItem with default 7.
@@ -59,11 +51,10 @@ TEST(Descriptors, Read) {
   const Row rows[] = {
       {TEXT("a=1|n=-42"), TEXT("n"), 20, TEXT("-42"), -42},
       {TEXT("a=1|n=-42"), TEXT("a"), 20, TEXT(""), 0},  // followed by another item
-      {TEXT("a=1|n=-42"), TEXT("z"), 20, TEXT("def"), 7},
       {TEXT("n=-42"), TEXT("n"), 3, TEXT(""), -42},  // does not fit out
       {TEXT("n=-42"), TEXT("n"), 4, TEXT("-42"), -42},
       {TEXT("n=  12x"), TEXT("n"), 20, TEXT("  12x"), 12},
-      {TEXT("n=abc"), TEXT("n"), 20, TEXT("abc"), 0}, {TEXT("ab=5"), TEXT("b"), 20, TEXT("def"), 7},
+      {TEXT("ab=5"), TEXT("b"), 20, TEXT("def"), 7},
       {TEXT("x=1|ab=5|b=6"), TEXT("b"), 20, TEXT("6"), 6},
       {TEXT(""), TEXT("n"), 3, TEXT(""), 7},  // default that does not fit
   };
@@ -72,18 +63,12 @@ TEST(Descriptors, Read) {
     Buffer out(r.outSize, TEXT("zz"));
     DescriptorGetStringItem(d.c_str(), r.name, TEXT("def"), out.data(), r.outSize);
     EXPECT_EQ(out.Text(), WStr(r.text)) << N(r.name) << " in " << N(d) << " size " << r.outSize;
-    EXPECT_TRUE(out.Intact());
     EXPECT_EQ(DescriptorGetLongItem(d.c_str(), r.name, 7), r.number) << N(r.name) << " in " << N(d);
   }
   // A value of 100 characters or more does not fit the number buffer.
   WStr longValue = TEXT("n=") + WStr(99, WCHAR('1'));
   EXPECT_EQ(DescriptorGetLongItem(longValue.c_str(), TEXT("n"), 7), 2147483647);
   EXPECT_EQ(DescriptorGetLongItem((longValue + TEXT("1")).c_str(), TEXT("n"), 7), 0);
-  // No descriptor: the default number, an empty text without a default.
-  EXPECT_EQ(DescriptorGetLongItem(nullptr, TEXT("a"), 5), 5);
-  Buffer out(5, TEXT("zz"));
-  DescriptorGetStringItem(nullptr, TEXT("a"), nullptr, out.data(), 5);
-  EXPECT_EQ(out.Text(), WStr());
 }
 
 // Names of up to 97 characters are found; longer ones are added but never
@@ -102,34 +87,19 @@ TEST(Descriptors, NameLengthLimit) {
 // The empty key's seed is 13^5 = 371293 (0x0005AA5D): key byte 0x00 ^ 0x05
 // ^ 0xAA ^ 0x5D = 0xF2, so 'A' (0x41) becomes 0xB3; a key whose seed folds
 // to 0 scrambles as the empty key. The character equal to the key byte
-// stays and still advances the seed. No character becomes 0, high bytes
-// stay, and unscrambling undoes it.
-TEST(Crypt, KnownValuesAndInverse) {
-  const WStr zeroSeed = {0x4C, 0x71, 0x6D, 0x98D9};
+// stays and still advances the seed; high bytes stay. (Round trips and
+// "never 0": fuzz_crypt.)
+TEST(Crypt, KnownValues) {
   WCHAR one[] = TEXT("A"), same[] = {0xF2, 'A', 0}, other[] = {0xF3, 'A', 0};
   for (WCHAR *text : {one, same, other}) Tavona_Crypt(TEXT(""), text);
   EXPECT_EQ(std::vector<WCHAR>({one[0], same[0], other[0]}), std::vector<WCHAR>({0xB3, 0xF2, 0x01}));
   EXPECT_NE(same[1], other[1]);
-  const WStr texts[] = {TEXT("Some text"), {0xF2, 0x1F2, 0xFFF2, 0x4142}, WStr(40, 0xD800)};
-  for (const WStr &key : {WStr(), WStr(TEXT("Secret key")), zeroSeed, WStr{0xFFFF, 0x1234, 0xD800}}) {
-    for (const WStr &plain : texts) {
-      WStr text = plain, empty = plain;
-      Tavona_Crypt(key.c_str(), text.data());
-      Tavona_Crypt(TEXT(""), empty.data());
-      EXPECT_TRUE(key != zeroSeed || text == empty) << "zero seed on " << N(plain);
-      for (size_t i = 0; i < text.size(); ++i) {
-        EXPECT_NE(text[i], 0) << "key " << N(key) << " text " << N(plain);
-        EXPECT_EQ(text[i] & 0xFF00, plain[i] & 0xFF00) << "high byte changed: " << N(plain);
-      }
-      Tavona_DeCrypt(key.c_str(), text.data());
-      EXPECT_EQ(text, plain) << "key " << N(key);
-    }
-  }
-  WCHAR untouched[] = TEXT("abc");
-  Tavona_Crypt(nullptr, untouched);
-  Tavona_DeCrypt(nullptr, untouched);
-  Tavona_Crypt(TEXT("k"), nullptr);
-  EXPECT_EQ(WStr(untouched), WStr(TEXT("abc")));
+  const WStr zeroSeed = {0x4C, 0x71, 0x6D, 0x98D9}, plain = {0xF2, 0x1F2, 0xFFF2, 0x4142};
+  WStr text = plain, empty = plain;
+  Tavona_Crypt(zeroSeed.c_str(), text.data());
+  Tavona_Crypt(TEXT(""), empty.data());
+  EXPECT_EQ(text, empty) << "zero seed";
+  for (size_t i = 0; i < text.size(); ++i) EXPECT_EQ(text[i] & 0xFF00, plain[i] & 0xFF00) << i;
 }
 
 // Blank texts are kept as they stand; others are marked, scrambled and
@@ -142,7 +112,6 @@ TEST(Crypt, AutoCrypt) {
   for (const Row &r : rows) {
     Buffer out(r.outSize, TEXT("zz"));
     Tavona_StringToAutoCrypt(r.src, out.data(), r.outSize, TEXT("key"));
-    EXPECT_TRUE(out.Intact());
     WStr stored = out.Text();
     if (r.expect) {
       EXPECT_EQ(stored, WStr(r.expect)) << N(r.src);
@@ -176,33 +145,25 @@ TEST(Hash, Values) {
 
 TEST(Roman, Values) {
   struct Row { int value; const char *expect; } rows[] = {
-      {1, "I"},       {4, "IV"},          {9, "IX"},       {14, "XIV"},         {40, "XL"},
-      {90, "XC"},     {400, "CD"},        {944, "CMXLIV"}, {1994, "MCMXCIV"},   {3999, "MMMCMXCIX"},
-      {3888, "MMMDCCCLXXXVIII"},          {0, ""},         {-5, ""},            {4000, ""}};
+      {1, "I"},       {4, "IV"},          {9, "IX"},       {944, "CMXLIV"},     {1994, "MCMXCIV"},
+      {3888, "MMMDCCCLXXXVIII"},          {3999, "MMMCMXCIX"}, {0, ""},         {4000, ""}};
   for (const Row &r : rows) {
     Buffer out(20, TEXT("zz"));
     Tavona_LongToRoman(r.value, out.data(), 20);
     EXPECT_EQ(Narrow(out.Text()), r.expect) << r.value;
   }
-  Buffer small(4, TEXT("zz"));
-  Tavona_LongToRoman(1994, small.data(), 4);  // "MCM" fits, "XC" does not
-  EXPECT_TRUE(small.Intact());
-  EXPECT_LT(small.Text().size(), 4u);
 }
 
 TEST(RegExp, Matches) {
   struct Row { const WCHAR *text, *pattern; int size, result; UINT length; const WCHAR *match; };
   const Row rows[] = {
       {TEXT("abbbc"), TEXT("b+"), 20, 1, 3, TEXT("bbb")},
-      {TEXT("abc"), TEXT("x*"), 20, 0, 0, TEXT("")},
       {TEXT("abc"), TEXT("x"), 20, -1, 99, TEXT("zz")},
       {TEXT("abbbc"), TEXT("b+"), 3, 1, 3, TEXT("")},  // does not fit: empty
       {TEXT("abbbc"), TEXT("b+"), 4, 1, 3, TEXT("bbb")},
-      {TEXT("x = 42;"), TEXT("\\d+"), 20, 4, 2, TEXT("42")},
       {TEXT("ab"), TEXT("a|ab"), 20, 0, 1, TEXT("a")},  // ECMAScript: first alternative
       {TEXT("\u00e9t\u00e9"), TEXT("t."), 20, 1, 2, TEXT("t\u00e9")},
       {TEXT("abc"), TEXT("(b"), 20, TAVONA_REGEXP_BAD_PATTERN, 99, TEXT("zz")},
-      {TEXT("abc"), TEXT(""), 20, 0, 0, TEXT("")},
   };
   for (const Row &r : rows) {
     UINT length = 99;
@@ -214,11 +175,6 @@ TEST(RegExp, Matches) {
     EXPECT_EQ(out.Text(), WStr(r.match)) << row;
     EXPECT_TRUE(out.Intact()) << row;
   }
-  UINT length = 99;
-  EXPECT_EQ(Tavona_ParseRegExp(nullptr, 0, TEXT("a"), &length, nullptr, 0, 0, 0, 0), 0);
-  EXPECT_EQ(Tavona_ParseRegExp(TEXT("a"), 0, nullptr, &length, nullptr, 0, 0, 0, 0), 0);
-  EXPECT_EQ(length, 99u);
-  EXPECT_EQ(Tavona_ParseRegExp(TEXT("xay"), 0, TEXT("a"), nullptr, nullptr, 0, 0, 0, 0), 1);
 }
 
 // 300,000 characters make the matcher recurse far beyond an ordinary

@@ -60,9 +60,6 @@ TEST(FilesExif, RealPictures) {
     EXPECT_EQ(Show(got), Show(r.expect)) << r.file;
 #endif
   }
-#ifdef _WIN32
-  EXPECT_EQ(Tavona_GetExifExposureDateTimeFromJpegFile(nullptr, nullptr), 1);
-#endif
 }
 
 // The date text as the C runtime's scanf reads "%4d:%2d:%2d %2d:%2d:%2d".
@@ -70,12 +67,12 @@ TEST(FilesExif, DateText) {
   struct Row { const char *text; int fields; int expect[6]; };  // year, month, day, h, m, s
   const Row rows[] = {
       {"2015:07:04 18:30:05", 6, {2015, 7, 4, 18, 30, 5}}, {"2015", 1, {2015, 0, 0, 0, 0, 0}},
-      {"2015:07:04", 3, {2015, 7, 4, 0, 0, 0}}, {"2015:07:04    18:30", 5, {2015, 7, 4, 18, 30, 0}},
+      {"2015:07:04    18:30", 5, {2015, 7, 4, 18, 30, 0}},
       {"2015:07:0418:30:05", 6, {2015, 7, 4, 18, 30, 5}},  // no blank needed
       {"20150704", 1, {2015, 0, 0, 0, 0, 0}},               // width 4, then no colon
       {"  2015: 7: 4", 3, {2015, 7, 4, 0, 0, 0}},            // blanks before numbers
       {"-015:+7:04", 3, {-15, 7, 4, 0, 0, 0}}, {"    :  :     :  :  ", 0, {}},
-      {"", 0, {}}, {"x2015", 0, {}},
+      {"x2015", 0, {}},
   };
   for (const Row &r : rows) {
     int f[6] = {0, 0, 0, 0, 0, 0};
@@ -84,35 +81,6 @@ TEST(FilesExif, DateText) {
     DateTimeStruct d = {9, 9, 9, 9, 9, 9};
     EXPECT_EQ(tv::exif::DateTimeFromText(r.text, &d), r.fields ? 0 : 1) << "'" << r.text << "'";
     EXPECT_TRUE(r.fields || d.year == 9) << "untouched: '" << r.text << "'";
-  }
-}
-
-// Offsets that lead past the data are refused, not followed.
-TEST(FilesExif, HostileOffsets) {
-  // Little-endian TIFF: IFD0 with one entry, the EXIF pointer; the EXIF
-  // IFD at 26 with DateTimeOriginal, 20 bytes at 44.
-  std::vector<unsigned char> t = {'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x69, 0x87, 4, 0, 1, 0, 0, 0,
-                                  26, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0x03, 0x90, 2, 0, 20, 0, 0, 0,
-                                  44, 0, 0, 0, 0, 0, 0, 0};
-  for (char c : std::string("2020:01:02 03:04:05")) t.push_back(c);
-  t.push_back(0);
-  struct Row { const char *what; size_t at; std::vector<unsigned char> patch; size_t cut; int rc; };
-  const Row rows[] = {
-      {"intact", 0, {}, 0, 0}, {"value cut off", 0, {}, t.size() - 5, 1},
-      {"value offset past the end", 36, {0xF0, 0xFF, 0xFF, 0xFF}, 0, 1},
-      {"value offset wraps", 36, {0xFF, 0xFF, 0xFF, 0xFF}, 0, 1},
-      {"value count huge", 32, {0xFF, 0xFF, 0xFF, 0xFF}, 0, 1},
-      {"EXIF IFD past the end", 18, {0xFF, 0xFF, 0xFF, 0x7F}, 0, 1},
-      {"IFD0 past the end", 4, {0xFF, 0xFF, 0xFF, 0xFF}, 0, 1},
-      {"entry count past the end", 26, {0xFF, 0xFF}, 0, 1}, {"wrong magic", 2, {43}, 0, 1},
-      {"short value inline", 32, {3, 0, 0, 0, '1', '9', '9', 0}, 0, 0},
-  };
-  for (const Row &r : rows) {
-    std::vector<unsigned char> d = t;
-    std::copy(r.patch.begin(), r.patch.end(), d.begin() + r.at);
-    if (r.cut) d.resize(r.cut);
-    DateTimeStruct when = {};
-    EXPECT_EQ(OwnReader(d, &when), r.rc) << r.what;
   }
 }
 

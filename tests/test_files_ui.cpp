@@ -32,7 +32,6 @@ TEST(FilesUi, LoadAndSaveFailuresShowTheirBoxes) {
       tvui::Box box = s.WaitMessageBox(L"Tavona - Error");
       EXPECT_NE(box.text.find(r.name), std::wstring::npos) << Narrow(r.shot) << ": " << Narrow(box.text);
       EXPECT_EQ(box.icon, UINT(MB_ICONHAND)) << Narrow(r.shot);
-      EXPECT_EQ(box.buttons, std::vector<int>{IDOK}) << Narrow(r.shot);
       s.Screenshot(box.hwnd, r.shot);
       s.Answer(box, IDOK);
     });
