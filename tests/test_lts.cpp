@@ -165,10 +165,11 @@ TEST_F(Lts, TranslateStringRows) {
     EXPECT_EQ(Narrow(buf.data()), Narrow(r.result)) << Narrow(where);
     EXPECT_EQ(buf[r.size], L'#') << Narrow(where);
     EXPECT_EQ(g_calls.size(), r.call ? 1u : 0u) << Narrow(where) << Calls();
-    if (r.call && !g_calls.empty()) EXPECT_EQ(Narrow(g_calls[0]), Narrow(r.call));
+    if (r.call && !g_calls.empty()) {
+      EXPECT_EQ(Narrow(g_calls[0]), Narrow(r.call));
+    }
   }
 }
-
 
 INT_PTR CALLBACK PlainProc(HWND, UINT m, WPARAM, LPARAM) { return m == WM_INITDIALOG; }
 
@@ -178,7 +179,7 @@ TEST_F(Lts, TranslateDialogTouchesCaptionAndDirectStaticsAndButtons) {
   HWND group = GetDlgItem(dlg, IDC_TEST_GROUP);
   HWND grandchild = CreateWindowExW(0, L"STATIC", L"Cancel", WS_CHILD, 0, 0, 40, 10, group,
                                     nullptr, nullptr, nullptr);
-
+  SetDlgItemTextW(dlg, IDC_TEST_EDIT, L"Cancel");
   Tavona_LtsInstallProvider(TestProvider, nullptr);
   LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
   struct Expect { HWND w; const char *text; } expects[] = {

@@ -93,7 +93,9 @@ TEST_F(Printing, ProfileEntries) {
     EXPECT_EQ(std::wstring(port), r.port) << Narrow(r.name);
     EXPECT_EQ(Tavona_GetPrinterDriver(r.name.c_str(), nullptr, only, 50), r.entry ? 0 : -1)
         << Narrow(r.name);
-    if (r.entry) EXPECT_EQ(std::wstring(only), r.driver) << Narrow(r.name);
+    if (r.entry) {
+      EXPECT_EQ(std::wstring(only), r.driver) << Narrow(r.name);
+    }
   }
 }
 
