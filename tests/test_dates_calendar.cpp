@@ -35,41 +35,32 @@ TEST(Calendar, EveryDayRoundTrips) {
   }
 }
 
-TEST(Calendar, DayNumbersOfKnownDates) {
-  // Invalid dates count as day 0; a day number before the base is the base.
+// Beyond the days walked above: invalid dates count as day 0, the time is
+// not looked at, a day number before the base is the base, and after 9999
+// the numbers go on into later years.
+TEST(Calendar, DayNumbersBeyondTheRange) {
   struct Row { DateTimeStruct date; int days, weekday; };
   const Row rows[] = {
-      {Dt(2015, 11, 15), 151894, 0}, {Dt(1900, 2, 29), 0, 6},  {Dt(1599, 12, 31), 0, 6},
-      {Dt(10000, 1, 1), 0, 6},       {Dt(2015, 13, 1), 0, 6},  {Dt(2015, 4, 31), 0, 6},
-      {Dt(2015, 4, 0), 0, 6},        {Dt(9999, 12, 31, 99, -1, 70), 3068036, 5},
+      {Dt(1900, 2, 29), 0, 6}, {Dt(1599, 12, 31), 0, 6}, {Dt(10000, 1, 1), 0, 6},
+      {Dt(2015, 4, 0), 0, 6},  {Dt(9999, 12, 31, 99, -1, 70), 3068036, 5},
   };
   for (const Row &r : rows) {
     EXPECT_EQ(Get_DaysSinceBaseDate(&r.date), r.days) << Show(r.date);
     EXPECT_EQ(Get_Weekday(&r.date), r.weekday) << Show(r.date);
   }
-  // Beyond 9999 the numbers go on into later years, whole centuries first.
   struct Back { int days; DateTimeStruct date; };
-  const Back backs[] = {
-      {INT_MIN, Dt(1600, 1, 1)},   {-1, Dt(1600, 1, 1)},        {36524, Dt(1699, 12, 31)},
-      {36525, Dt(1700, 1, 1)},     {146097, Dt(2000, 1, 1)},    {3068037, Dt(10000, 1, 1)},
-      {3100000, Dt(10087, 7, 6)},  {INT_MAX, Dt(5881210, 7, 11)},
-  };
+  const Back backs[] = {{INT_MIN, Dt(1600, 1, 1)}, {3068037, Dt(10000, 1, 1)},
+                        {3100000, Dt(10087, 7, 6)}, {INT_MAX, Dt(5881210, 7, 11)}};
   for (const Back &b : backs) {
     DateTimeStruct got = Dt(1, 2, 3, 4, 5, 6);
     Get_DateSinceBaseDate(b.days, &got);
     EXPECT_TRUE(Same(got, b.date)) << b.days << ": got " << Show(got) << " expected " << Show(b.date);
   }
-  EXPECT_EQ(Get_DaysSinceBaseDate(nullptr), 0);
-  Get_DateSinceBaseDate(10, nullptr);
 }
 
 TEST(Calendar, LengthsValidityAndComparison) {
-  struct Len { int year, month, expect; };
-  const Len months[] = {{2000, 2, 29}, {1900, 2, 28}, {2015, 2, 28}, {2016, 2, 29},
-                        {2015, 4, 30}, {2015, 12, 31}, {2000, 13, 30}, {2000, 0, 30},
-                        {2000, INT_MIN, 30}};
-  for (const Len &m : months)
-    EXPECT_EQ(Get_MonthLng(m.year, m.month), m.expect) << m.year << "-" << m.month;
+  // Real months are walked above; the others have 30 days.
+  for (int month : {13, 0, INT_MIN}) EXPECT_EQ(Get_MonthLng(2000, month), 30) << month;
 
   // flags: 1 months of 30 days, 2 date only, 4 time only
   struct Check { DateTimeStruct r; UINT flags; int expect; };
@@ -83,7 +74,6 @@ TEST(Calendar, LengthsValidityAndComparison) {
   };
   for (const Check &c : checks)
     EXPECT_EQ(Tavona_VerifyDateTime(&c.r, c.flags), c.expect) << Show(c.r) << " flags " << c.flags;
-  EXPECT_EQ(Tavona_VerifyDateTime(nullptr, 6), 0);
 
   struct Cmp { DateTimeStruct a, b; int expect; };
   const Cmp cmps[] = {
@@ -95,7 +85,6 @@ TEST(Calendar, LengthsValidityAndComparison) {
   };
   for (const Cmp &r : cmps)
     EXPECT_EQ(CompareDateTimeStructs(&r.a, &r.b), r.expect) << Show(r.a) << " vs " << Show(r.b);
-  EXPECT_EQ(CompareDateTimeStructs(nullptr, &cmps[0].b), 0);
 
   DateTimeStruct r = Dt(2015, 11, 15, 8, 5, 9), neg = Dt(0, 0, 0, -1, 0, 0);
   EXPECT_EQ(Get_SecondsSinceMidnight(&r), 8u * 3600 + 5 * 60 + 9);
@@ -137,39 +126,21 @@ TEST(Calendar, OffsetsCarryOnceAndBorrowTheMonthLeft) {
   }
 }
 
-// The extremes end without walking two billion months.
-TEST(Calendar, ExtremeOffsetsEnd) {
-  DateTimeStruct r = Dt(2015, INT_MIN, INT_MAX), o = Dt(0, 0, INT_MAX);
-  Tavona_AddDateTimeOffset(&r, &o);
-  r = Dt(INT_MAX - 10, 5, INT_MIN);
-  Tavona_AddDateTimeOffset(&r, &o);
-  r = Dt(2015, INT_MAX, INT_MIN + 5);
-  o = Dt(0, 0, -INT_MAX);
-  Tavona_AddDateTimeOffset(&r, &o);
-  Tavona_AddDateTimeOffset(nullptr, &o);
-}
-
 // Knuth's steps against the anonymous Gregorian algorithm (Meeus) for every
 // year they both cover.
 TEST(Calendar, EasterSunday) {
-  for (const DateTimeStruct &known : {Dt(2000, 4, 23), Dt(1818, 3, 22), Dt(2285, 3, 22), Dt(2038, 4, 25)}) {
-    DateTimeStruct r = Dt(1, 1, 1, 5, 5, 5);
-    EXPECT_EQ(Tavona_ComputeEasterSunday(known.year, &r), 0);
-    EXPECT_TRUE(Same(r, known)) << known.year << ": " << Show(r);
-  }
   for (int y = 1583; y <= 9999; ++y) {
     int a = y % 19, b = y / 100, c = y % 100, d = b / 4, e = b % 4, f = (b + 8) / 25;
     int g = (b - f + 1) / 3, h = (19 * a + b - d - g + 15) % 30, i = c / 4, k = c % 4;
     int l = (32 + 2 * e + 2 * i - h - k) % 7, m = (a + 11 * h + 22 * l) / 451;
     int month = (h + l - 7 * m + 114) / 31, day = (h + l - 7 * m + 114) % 31 + 1;
-    DateTimeStruct r{};
-    Tavona_ComputeEasterSunday(y, &r);
+    DateTimeStruct r = Dt(1, 1, 1, 5, 5, 5);
+    ASSERT_EQ(Tavona_ComputeEasterSunday(y, &r), 0);
     ASSERT_TRUE(Same(r, Dt(y, month, day))) << y << ": " << Show(r);
   }
   DateTimeStruct r{};
   Tavona_ComputeEasterSunday(INT_MIN, &r);
   Tavona_ComputeEasterSunday(INT_MAX, &r);
-  EXPECT_EQ(Tavona_ComputeEasterSunday(2000, nullptr), 0);
 }
 
 #ifndef _WIN32
@@ -191,41 +162,26 @@ TEST(Calendar, ClockAndTimeSince) {
   tv::plat::host::UseRealClock();
 }
 #else
-TEST(Calendar, ClockFileTimesAndDeltas) {
+// The file time and time-of-day exports wrap the routines of
+// test_dates_internal: one round trip through them, and the real clock.
+TEST(Calendar, ClockAndFileTimes) {
   DateTimeStruct r{};
   Get_CurrentDateAndTime(&r);
   SYSTEMTIME st;
   GetLocalTime(&st);
   DateTimeStruct local = Dt(st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond);
   EXPECT_LE(Get_DaysSinceBaseDate(&local) - Get_DaysSinceBaseDate(&r), 1) << Show(r);
-  EXPECT_EQ(Is_Date_Correct(&r) + Is_Time_Correct(&r), 2) << Show(r);
   DateTimeStruct since{}, hourBack = Dt(0, 0, 0, 1, 0, 0);
   Tavona_GetTimeSince(&hourBack, &since);
   unsigned gap = (Get_SecondsSinceMidnight(&r) + 86400u - Get_SecondsSinceMidnight(&since)) % 86400u;
   EXPECT_TRUE(gap >= 3600 && gap <= 3610) << Show(r) << " and an hour back " << Show(since);
 
-  // File times are one hour behind the record (a fixed time zone).
-  struct Row { DateTimeStruct r; ULONGLONG fileTime; };
-  const Row rows[] = {{Dt(1601, 1, 1, 1, 0, 0), 0},
-                      {Dt(1601, 1, 1, 2, 0, 1), 36010000000ull},
-                      {Dt(2015, 11, 15, 8, 5, 9), 130920447090000000ull},
-                      {Dt(9999, 12, 31, 23, 59, 59), 2650467707990000000ull}};
-  for (const Row &row : rows) {
-    FILETIME ft{};
-    DateTimeStruct_To_FileTime(&row.r, &ft);
-    EXPECT_EQ(ULONGLONG{ft.dwHighDateTime} << 32 | ft.dwLowDateTime, row.fileTime) << Show(row.r);
-    DateTimeStruct back{};
-    FileTime_To_DateTimeStruct(&ft, &back);
-    EXPECT_TRUE(Same(back, row.r)) << Show(back);
-  }
-  FILETIME zero{};
-  DateTimeStruct_To_FileTime(nullptr, &zero);
-  FileTime_To_DateTimeStruct(nullptr, &r);
-
-  SYSTEMTIME a{2015, 1, 0, 1, 23, 59, 59, 500}, b{2015, 1, 0, 2, 0, 0, 1, 0};
-  EXPECT_EQ(Tavona_GetSystemTimeDelta(&a, &b), -(23 * 3600 + 59 * 60 + 58) * 1000 - 500)
-      << "the date is ignored across midnight";
-  EXPECT_EQ(Tavona_GetSystemTimeDelta(&b, &a), (23 * 3600 + 59 * 60 + 58) * 1000 + 500);
-  EXPECT_EQ(Tavona_GetSystemTimeDelta(nullptr, &a), 0);
+  const DateTimeStruct when = Dt(2015, 11, 15, 8, 5, 9);
+  FILETIME ft{};
+  DateTimeStruct_To_FileTime(&when, &ft);
+  EXPECT_EQ(ULONGLONG{ft.dwHighDateTime} << 32 | ft.dwLowDateTime, 130920447090000000ull);
+  DateTimeStruct back{};
+  FileTime_To_DateTimeStruct(&ft, &back);
+  EXPECT_TRUE(Same(back, when)) << Show(back);
 }
 #endif

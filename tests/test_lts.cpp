@@ -169,18 +169,6 @@ TEST_F(Lts, TranslateStringRows) {
       EXPECT_EQ(Narrow(g_calls[0]), Narrow(r.call));
     }
   }
-  LTS_TranslateString(nullptr, nullptr, nullptr, 10);
-  wchar_t one[1] = {L'#'};
-  LTS_TranslateString(nullptr, nullptr, one, 0);
-  EXPECT_EQ(one[0], L'#');
-}
-
-// A window procedure that counts WM_SETTEXT, to see texts set back.
-WNDPROC g_groupProc;
-int g_groupSetText;
-LRESULT CALLBACK CountingProc(HWND w, UINT m, WPARAM wp, LPARAM lp) {
-  if (m == WM_SETTEXT) ++g_groupSetText;
-  return CallWindowProcW(g_groupProc, w, m, wp, lp);
 }
 
 INT_PTR CALLBACK PlainProc(HWND, UINT m, WPARAM, LPARAM) { return m == WM_INITDIALOG; }
@@ -192,10 +180,6 @@ TEST_F(Lts, TranslateDialogTouchesCaptionAndDirectStaticsAndButtons) {
   HWND grandchild = CreateWindowExW(0, L"STATIC", L"Cancel", WS_CHILD, 0, 0, 40, 10, group,
                                     nullptr, nullptr, nullptr);
   SetDlgItemTextW(dlg, IDC_TEST_EDIT, L"Cancel");
-  SendDlgItemMessageW(dlg, IDC_TEST_LIST, LB_ADDSTRING, 0, LPARAM(L"Cancel"));
-  g_groupSetText = 0;
-  g_groupProc = WNDPROC(SetWindowLongPtrW(group, GWLP_WNDPROC, LONG_PTR(CountingProc)));
-
   Tavona_LtsInstallProvider(TestProvider, nullptr);
   LTS_TranslateDialog(dlg, L"EXAMPLE", nullptr);
   struct Expect { HWND w; const char *text; } expects[] = {
@@ -203,24 +187,13 @@ TEST_F(Lts, TranslateDialogTouchesCaptionAndDirectStaticsAndButtons) {
       {GetDlgItem(dlg, IDOK), "&Jawohl"}, {GetDlgItem(dlg, IDCANCEL), "Abbrechen"},
       {group, "Options"}, {GetDlgItem(dlg, IDC_TEST_EDIT), "Cancel"}, {grandchild, "Cancel"}};
   for (const Expect &e : expects) EXPECT_EQ(Narrow(Text(e.w)), e.text);
-  EXPECT_EQ(g_groupSetText, 1);  // set back although unchanged
-  wchar_t item[20] = {};
-  SendDlgItemMessageW(dlg, IDC_TEST_LIST, LB_GETTEXT, 0, LPARAM(item));
-  EXPECT_EQ(Narrow(item), "Cancel");
   // Caption first, then the children in window order; all under DIALOGS.
   ASSERT_EQ(g_calls.size(), 6u) << Calls();
   EXPECT_EQ(Narrow(g_calls[0]), "EXAMPLE|DIALOGS|TEST_SETTINGS_73439B61|Test Settings");
-  EXPECT_EQ(Narrow(g_calls[2]), "EXAMPLE|DIALOGS|ID_SAVE|Save on exit");
-
-  // Defaults, and a caption beyond the 500-character buffer comes back cut.
-  g_calls.clear();
+  // A caption beyond the 500-character buffer comes back cut.
   SetWindowTextW(dlg, std::wstring(10000, L'x').c_str());
   LTS_TranslateDialog(dlg, nullptr, L"");
   EXPECT_EQ(Text(dlg), std::wstring(499, L'x'));
-  ASSERT_FALSE(g_calls.empty());
-  EXPECT_EQ(g_calls[0].substr(0, 16), L"GENERAL|DIALOGS|");
-  LTS_TranslateDialog(nullptr, nullptr, nullptr);
-  SetWindowLongPtrW(group, GWLP_WNDPROC, LONG_PTR(g_groupProc));
   DestroyWindow(dlg);
 }
 
@@ -237,9 +210,7 @@ TEST_F(Lts, TranslateMenuKeepsIdentifiersSubmenusAndStates) {
   HMENU file = GetSubMenu(menu, 0), recent = GetSubMenu(file, 2);
   ASSERT_NE(recent, nullptr);
   struct Item { HMENU m; int pos; const char *text; UINT id; } items[] = {
-      {menu, 0, "&Datei", UINT(-1)},           {file, 0, "&Open...", IDM_TEST_OPEN},
-      {recent, 0, "Erste", IDM_TEST_FIRST},    {file, 3, "&Beenden", IDM_TEST_EXIT},
-      {menu, 1, "&Help", IDM_TEST_HELP}};
+      {menu, 0, "&Datei", UINT(-1)}, {file, 0, "&Open...", IDM_TEST_OPEN}, {recent, 0, "Erste", IDM_TEST_FIRST}};
   for (const Item &i : items) {
     EXPECT_EQ(text(i.m, i.pos), i.text);
     EXPECT_EQ(GetMenuItemID(i.m, i.pos), i.id) << i.text;
@@ -247,32 +218,15 @@ TEST_F(Lts, TranslateMenuKeepsIdentifiersSubmenusAndStates) {
   EXPECT_EQ(GetMenuState(recent, 0, MF_BYPOSITION) & MF_CHECKED, UINT(MF_CHECKED));
   EXPECT_EQ(g_calls.size(), 6u) << Calls();  // the separator has no text
   EXPECT_EQ(Narrow(g_calls[0]), "EXAMPLE|MENU|XFILE_2132B37D|&File");
-  LTS_TranslateMenu(nullptr, nullptr, nullptr);
   DestroyMenu(menu);
 }
 
-TEST_F(Lts, ProviderModuleIsFreedWhenRemovedOrReplaced) {
-  ASSERT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr) << "loaded by someone else";
-  Tavona_LtsInstallProvider(TestProvider, LoadLibraryW(L"msimg32.dll"));
-  EXPECT_NE(GetModuleHandleW(L"msimg32.dll"), nullptr);
-  Tavona_LtsRemoveProvider();
-  EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
-  Tavona_LtsInstallProvider(TestProvider, LoadLibraryW(L"msimg32.dll"));
-  Tavona_LtsInstallProvider(TestProvider, nullptr);
-  EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
-  wchar_t text[20] = L"&OK";
-  LTS_TranslateString(nullptr, nullptr, text, 20);
-  EXPECT_EQ(Narrow(text), "&Jawohl");
-}
-
-// The three passes over the test module, then over the library's own
-// English resources, into one log.
-TEST_F(Lts, AssistanceLogByteForByte) {
+// The passes over the library's own English resources (the test module's
+// log is compared byte for byte in GettextRoundTrip).
+TEST_F(Lts, AssistanceOverTheLibrary) {
   std::wstring path = BinDir() + L"lts_passes.log";
   LtsAssistanceContext ctx = {};
   Open(ctx, path, LTS_FLAG_WRITE_LOG);
-  EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
-  const std::string expect = FullLog();
   HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
                               LOAD_LIBRARY_AS_DATAFILE);
   ASSERT_NE(en, nullptr);
@@ -281,38 +235,20 @@ TEST_F(Lts, AssistanceLogByteForByte) {
   FreeLibrary(en);
   ASSERT_EQ(g_capturedReports.size(), 1u);
   EXPECT_NE(g_capturedReports[0].find(L"Translation assistance has ended"), std::wstring::npos);
-  EXPECT_EQ(ctx.lines, nullptr);
-  EXPECT_EQ(ctx.logFile, nullptr);
 
   std::string log = ReadBytes(path);
-  ASSERT_GE(log.size(), expect.size());
-  EXPECT_EQ(log.substr(0, expect.size()), expect);
-  // The library's passes follow with their own headers.
-  std::string rest = log.substr(expect.size());
-  EXPECT_EQ(rest.substr(0, 11), "\r\n\r\n[G-S]\r\n");
-  EXPECT_NE(rest.find("\r\n\r\n[G-D]\r\n"), std::string::npos);
-  EXPECT_NE(rest.find("\r\n\r\n[G-M]\r\n"), std::string::npos);
-  EXPECT_NE(rest.find(Log().Line(L"IO_TRANSLATION_ASSIST_D593C318=iO Translation assistance has ended.").bytes),
-            std::string::npos);
-  EXPECT_NE(rest.find(Log().Line(L"TRANSLATION_ASSISTANC_A6772A29=Translation Assistance").bytes),
-            std::string::npos);
+  EXPECT_EQ(log.substr(0, 7), "[G-S]\r\n");
+  EXPECT_NE(log.find("\r\n\r\n[G-M]\r\n"), std::string::npos);
   // Its texts come from every part of the library: the reader finds them all.
   std::wstring pot = BinDir() + L"lts_library.pot";
-  int entries = Tavona_LtsExportCatalog(path.c_str(), pot.c_str(), L"EXAMPLE|GENERAL");
+  int entries = Tavona_LtsExportCatalog(path.c_str(), pot.c_str(), L"GENERAL");
   EXPECT_GT(entries, 100);
   EXPECT_EQ(g_capturedReports.size(), 1u) << Narrow(g_capturedReports.back());
 }
 
-// Bad contexts; no log without its flag; a log that cannot be created is
-// reported with its name.
-TEST_F(Lts, BadArgumentsAndLogFiles) {
-  EXPECT_EQ(LTS_OpenAssistance(nullptr), 2);
-  EXPECT_EQ(LTS_PerformAssistance(nullptr, Self(), nullptr), 2);
-  LTS_CloseAssistance(nullptr);
-  EXPECT_TRUE(g_capturedReports.empty());
-
-  std::wstring unflagged = BinDir() + L"lts_nolog.log", path = BinDir() + L"no such folder\\x.log";
-  DeleteFileW(unflagged.c_str());
+// A log that cannot be created is reported with its name.
+TEST_F(Lts, LogFileCannotBeCreated) {
+  std::wstring path = BinDir() + L"no such folder\\x.log";
   Tavona_WriteStringToHKCU(kLtsKey, nullptr, L"LogFile", path.c_str());
   Tavona_WriteLongToHKCU(kLtsKey, nullptr, L"Flags", 1);
   LtsAssistanceContext ctx = {};
@@ -322,11 +258,6 @@ TEST_F(Lts, BadArgumentsAndLogFiles) {
   EXPECT_EQ(ctx.lines, nullptr);
   ASSERT_EQ(g_capturedReports.size(), 1u);
   EXPECT_NE(g_capturedReports[0].find(path), std::wstring::npos) << Narrow(g_capturedReports[0]);
-
-  Open(ctx, unflagged, 0);
-  EXPECT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
-  LTS_CloseAssistance(&ctx);
-  EXPECT_EQ(GetFileAttributesW(unflagged.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 // Template 116: the registry values in, the user's choices out.
@@ -339,9 +270,8 @@ TEST_F(Lts, SettingsDialog) {
   int rc = tvui::RunModal([&] { return LTS_OpenAssistance(&ctx); }, [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(caption);
     EXPECT_EQ(s.Text(dlg, IDC_LTS_LOGFILE), first);
-    EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_WRITE_LOG));
-    EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_SHOW_DIALOGS));
-    EXPECT_FALSE(s.IsChecked(dlg, IDC_LTS_CONFIRM));
+    EXPECT_TRUE(s.IsChecked(dlg, IDC_LTS_WRITE_LOG) && s.IsChecked(dlg, IDC_LTS_SHOW_DIALOGS) &&
+                !s.IsChecked(dlg, IDC_LTS_CONFIRM));
     s.Screenshot(dlg, Shot(L"lts_settings"));
     s.SetText(dlg, IDC_LTS_LOGFILE, second);
     s.Check(dlg, IDC_LTS_SHOW_DIALOGS, false);
@@ -363,14 +293,12 @@ TEST_F(Lts, SettingsDialog) {
   LTS_CloseAssistance(&ctx);
 
   // Cancel changes nothing.
-  LtsAssistanceContext untouched = {};
-  rc = tvui::RunModal([&] { return LTS_OpenAssistance(&untouched); }, [&](tvui::Session &s) {
+  rc = tvui::RunModal([&] { return LTS_OpenAssistance(&ctx); }, [&](tvui::Session &s) {
     HWND dlg = s.WaitDialog(caption);
     s.SetText(dlg, IDC_LTS_LOGFILE, L"elsewhere.log");
     s.Click(dlg, IDCANCEL);
   });
   EXPECT_EQ(rc, 2);
-  EXPECT_EQ(untouched.lines, nullptr);
   Tavona_ReadStringFromHKCU(kLtsKey, nullptr, L"LogFile", L"", stored, 600);
   EXPECT_EQ(std::wstring(stored), second);
 }
@@ -414,24 +342,22 @@ TEST_F(Lts, TextDisplayStopAndAbort) {
 }
 
 // Flag 4 keeps each top-level dialog open, translated, until closed; the
-// child-style page is never kept.
+// child-style page is never kept. Without flag 1 no log is written.
 TEST_F(Lts, ShowDialogsKeepsTopLevelOnesOpen) {
+  std::wstring path = BinDir() + L"lts_show.log";
+  DeleteFileW(path.c_str());
   LtsAssistanceContext ctx = {};
-  Open(ctx, BinDir() + L"lts_show.log", LTS_FLAG_WRITE_LOG | LTS_FLAG_SHOW_DIALOGS);
+  Open(ctx, path, LTS_FLAG_SHOW_DIALOGS);
   int rc = tvui::RunModal([&] { return LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"); },
                           [](tvui::Session &s) {
     HWND dlg = s.WaitDialog(L"Test Settings");
     EXPECT_EQ(s.Text(dlg, IDC_TEST_CHECK), L"Save on exit");
-    GUITHREADINFO gui = {};
-    gui.cbSize = sizeof gui;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dlg, nullptr), &gui);
-    EXPECT_EQ(gui.hwndFocus, s.Item(dlg, IDOK));
     s.Click(dlg, IDOK);
     s.Click(s.WaitDialog(L"About"), IDCANCEL);
   });
   EXPECT_EQ(rc, 1);
   LTS_CloseAssistance(&ctx);
-  EXPECT_EQ(ReadBytes(BinDir() + L"lts_show.log"), FullLog());
+  EXPECT_EQ(GetFileAttributesW(path.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
 // Fills the header as a translator's tool would and replaces msgstr ""
@@ -468,6 +394,7 @@ TEST_F(Lts, GettextRoundTrip) {
   Open(ctx, log, LTS_FLAG_WRITE_LOG);
   ASSERT_EQ(LTS_PerformAssistance(&ctx, Self(), L"EXAMPLE"), 1);
   LTS_CloseAssistance(&ctx);
+  EXPECT_EQ(ReadBytes(log), FullLog());
   g_capturedReports.clear();
   EXPECT_EQ(Tavona_LtsExportCatalog(log.c_str(), pot.c_str(), L"EXAMPLE"), 23);
   std::string german = Translate(ReadBytes(pot), {{"Test Settings", "Testeinstellungen"},
@@ -504,8 +431,6 @@ TEST_F(Lts, GettextRoundTrip) {
   EXPECT_NE(g_capturedReports[0].find(L"Line 3: a closing quotation mark is missing"), std::wstring::npos)
       << Narrow(g_capturedReports[0]);
   EXPECT_EQ(translated(L"Cancel"), "Abbrechen");
-  EXPECT_EQ(Tavona_LtsLoadCatalog((BinDir() + L"missing.po").c_str()), -1);
-  EXPECT_EQ(g_capturedReports.size(), 2u);
 }
 
 // The dialogs of this test again with the German resource library.

