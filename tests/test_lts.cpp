@@ -221,6 +221,18 @@ TEST_F(Lts, TranslateMenuKeepsIdentifiersSubmenusAndStates) {
   DestroyMenu(menu);
 }
 
+// Removing or replacing the provider frees the module it came with.
+TEST_F(Lts, ProviderModuleIsFreedWhenRemovedOrReplaced) {
+  ASSERT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr) << "loaded by someone else";
+  Tavona_LtsInstallProvider(TestProvider, LoadLibraryW(L"msimg32.dll"));
+  EXPECT_NE(GetModuleHandleW(L"msimg32.dll"), nullptr);
+  Tavona_LtsRemoveProvider();
+  EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+  Tavona_LtsInstallProvider(TestProvider, LoadLibraryW(L"msimg32.dll"));
+  Tavona_LtsInstallProvider(TestProvider, nullptr);
+  EXPECT_EQ(GetModuleHandleW(L"msimg32.dll"), nullptr);
+}
+
 // The passes over the library's own English resources (the test module's
 // log is compared byte for byte in GettextRoundTrip).
 TEST_F(Lts, AssistanceOverTheLibrary) {
