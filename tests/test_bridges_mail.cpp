@@ -26,17 +26,22 @@ class StubFolder {
   DLL_DIRECTORY_COOKIE cookie_;
 };
 
+// A stand-in's entry with its type (through void(*)() as GetProcAddress needs).
+template <typename F>
+F Entry(HMODULE module, const char *name) {
+  return reinterpret_cast<F>(reinterpret_cast<void (*)()>(GetProcAddress(module, name)));
+}
+
 // The stand-in, held by the test so that its transcript survives the
 // library's FreeLibrary.
 struct Mapi {
   HMODULE module = LoadLibraryW((BinDir() + L"bridges_full\\MAPI32.DLL").c_str());
   ~Mapi() { FreeLibrary(module); }
   void Answer(ULONG code) {
-    reinterpret_cast<void(WINAPI *)(ULONG)>(GetProcAddress(module, "StubMapi_SetAnswer"))(code);
+    Entry<void(WINAPI *)(ULONG)>(module, "StubMapi_SetAnswer")(code);
   }
   std::string Last(int *calls) {
-    auto last = GetProcAddress(module, "StubMapi_Last");
-    return reinterpret_cast<const char *(WINAPI *)(int *)>(last)(calls);
+    return Entry<const char *(WINAPI *)(int *)>(module, "StubMapi_Last")(calls);
   }
 };
 
@@ -187,8 +192,7 @@ TEST_F(Mail, HelpViewerCall) {
   StubFolder folder(L"bridges_full");
   HMODULE viewer = LoadLibraryW((BinDir() + L"bridges_full\\hhctrl.ocx").c_str());
   ASSERT_TRUE(viewer);
-  auto last = reinterpret_cast<int(WINAPI *)(HWND *, WCHAR *, UINT *, DWORD_PTR *)>(
-      GetProcAddress(viewer, "StubHelp_Last"));
+  auto last = Entry<int(WINAPI *)(HWND *, WCHAR *, UINT *, DWORD_PTR *)>(viewer, "StubHelp_Last");
   wchar_t self[MAX_PATH];
   GetModuleFileNameW(nullptr, self, MAX_PATH);
   std::wstring help = self;
