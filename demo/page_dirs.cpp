@@ -35,12 +35,6 @@ std::wstring ProgramFolder() {
   return path;
 }
 
-std::wstring TempFolder(const wchar_t *name) {
-  wchar_t tmp[MAX_PATH];
-  GetTempPathW(MAX_PATH, tmp);
-  return std::wstring(tmp) + name;
-}
-
 class DirsPage : public demo::Page {
  public:
   explicit DirsPage(HWND parent) : Page(parent) {
@@ -48,7 +42,7 @@ class DirsPage : public demo::Page {
                          L"Result:", L"Counted:", L"Passing files:"});
     f.BeginGroup(L"Copy trees (Tavona_CopyDirectoriesWithProgInd, Tavona_DisplayCopyStatistic)");
     f.Row(L"Sources:");
-    std::wstring program = ProgramFolder(), copy = TempFolder(L"tavona demo copy");
+    std::wstring program = ProgramFolder(), copy = demo::TempPath(L"tavona demo copy");
     source_ = f.Edit(kSource, (program + L"\\en|" + program + L"\\de").c_str(), 0);
     f.Row(L"Destinations:");
     destination_ = f.Edit(kDestination, (copy + L"\\en|" + copy + L"\\de").c_str(), 0);

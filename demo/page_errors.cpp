@@ -62,9 +62,7 @@ class ErrorsPage : public demo::Page {
       modes_[i] = f.Button(kModes[i], labels[i], BS_AUTORADIOBUTTON | (i ? 0 : WS_GROUP));
     SendMessageW(modes_[0], BM_SETCHECK, BST_CHECKED, 0);
     f.Row(L"Log file:");
-    wchar_t temp[MAX_PATH] = L"";
-    GetTempPathW(MAX_PATH, temp);
-    logPath_ = f.Edit(kLogPath, (std::wstring(temp) + L"tavona_demo_errors.log").c_str(), 0);
+    logPath_ = f.Edit(kLogPath, demo::TempPath(L"tavona_demo_errors.log").c_str(), 0);
     f.Row(L"");
     f.Button(kReport, L"Report", BS_PUSHBUTTON);
     f.Button(kClearLog, L"Delete log file", BS_PUSHBUTTON);

@@ -31,12 +31,6 @@ enum : int {
 const wchar_t kDemoKey[] = L"Software\\Tavona Software\\Demo\\Lists";
 const wchar_t kRecentKey[] = L"Software\\Tavona Software\\Demo\\Recent";
 
-std::wstring TempName(const wchar_t *name) {
-  wchar_t dir[MAX_PATH];
-  GetTempPathW(MAX_PATH, dir);
-  return std::wstring(dir) + name;
-}
-
 class ListsPage : public demo::Page {
  public:
   explicit ListsPage(HWND parent) : Page(parent) {
@@ -56,7 +50,7 @@ class ListsPage : public demo::Page {
                 r.left, r.top, demo::DuX(360), r.bottom - r.top, 0, 0);
     SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
     f.Row(L"List file:");
-    file_ = f.Edit(kFile, TempName(L"tavona_demo_list.txt").c_str(), 0);
+    file_ = f.Edit(kFile, demo::TempPath(L"tavona_demo_list.txt").c_str(), 0);
     f.Row(L"");
     f.Button(kSave, L"Save to file");
     f.Button(kLoad, L"Load from file");

@@ -22,12 +22,6 @@ const char kCatalog[] =
     "\n#. ID_SAVE\nmsgctxt \"DEMO|DIALOGS\"\nmsgid \"Save on exit\"\nmsgstr \"Beim Beenden sichern\"\n"
     "\nmsgctxt \"DEMO|DIALOGS\"\nmsgid \"Cancel\"\nmsgstr \"Abbrechen\"\n";
 
-std::wstring TempFile(const wchar_t *name) {
-  wchar_t dir[MAX_PATH];
-  GetTempPathW(MAX_PATH, dir);
-  return std::wstring(dir) + name;
-}
-
 // The log as lines: single-byte headers and separators, UTF-16LE lines.
 void ShowLog(HWND list, const std::string &bytes) {
   SendMessageW(list, LB_RESETCONTENT, 0, 0);
@@ -82,7 +76,7 @@ class TranslationPage : public demo::Page {
     f.EndGroup();
     f.Finish();
 
-    std::wstring po = TempFile(L"tavona_demo_de.po");
+    std::wstring po = demo::TempPath(L"tavona_demo_de.po");
     std::ofstream(po.c_str(), std::ios::binary) << kCatalog;
     int count = Tavona_LtsLoadCatalog(po.c_str());
     demo::SetText(catalog_, po + L": " + std::to_wstring(count) + L" translations, module DEMO");
@@ -98,7 +92,8 @@ class TranslationPage : public demo::Page {
     wchar_t stored[600] = {};
     Tavona_ReadStringFromHKCU(key, nullptr, L"LogFile", L"", stored, 600);
     if (!stored[0]) {
-      Tavona_WriteStringToHKCU(key, nullptr, L"LogFile", TempFile(L"tavona_demo_lts.log").c_str());
+      Tavona_WriteStringToHKCU(key, nullptr, L"LogFile",
+                               demo::TempPath(L"tavona_demo_lts.log").c_str());
       Tavona_WriteLongToHKCU(key, nullptr, L"Flags", LTS_FLAG_WRITE_LOG);
     }
     LtsAssistanceContext ctx = {};

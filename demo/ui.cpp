@@ -59,6 +59,12 @@ int TextWidth(const wchar_t *text) {
   return s.cx;
 }
 
+std::wstring TempPath(const wchar_t *name) {
+  wchar_t dir[MAX_PATH] = L"";
+  GetTempPathW(MAX_PATH, dir);
+  return std::wstring(dir) + name;
+}
+
 std::wstring GetText(HWND control) {
   std::wstring s(GetWindowTextLengthW(control) + 1, L'\0');
   s.resize(GetWindowTextW(control, s.data(), static_cast<int>(s.size())));

@@ -20,6 +20,8 @@ int DuY(int units);
 int TextWidth(const wchar_t *text);
 
 std::wstring GetText(HWND control);
+// A name in the user's temporary folder.
+std::wstring TempPath(const wchar_t *name);
 // Sets the text only when it differs, which avoids flicker on live updates.
 void SetText(HWND control, const std::wstring &text);
 
