@@ -114,27 +114,34 @@ bool BoundedAppend(WCHAR *dst, const WCHAR *src, int dstSize) {
 
 // The last unit is zeroed at once, as the C runtime's bounded concatenation
 // does on every append: nothing else is ever written there.
-Appender::Appender(WCHAR *buffer, int size)
-    : buf_(buffer), size_(buffer && size > 0 ? size : 0), len_(LenBounded(buffer, size_)) {
-  if (len_ < size_) buf_[size_ - 1] = 0;
+Appender::Appender(WCHAR *buffer, int size) : buf_(buffer) {
+  if (!buffer || size < 1) return;
+  int len = LenBounded(buffer, size);
+  if (len == size) {
+    full_ = size;
+    return;
+  }
+  last_ = buffer + size - 1;
+  at_ = buffer + len;
+  *last_ = 0;
 }
 
 bool Appender::Overflow() {
   buf_[0] = 0;
-  buf_[size_ - 1] = 0;
-  len_ = 0;
+  *last_ = 0;
+  at_ = buf_;
   ReportNoFit("TavonaAppendString (appender)");
   return false;
 }
 
 bool Appender::AppendCut(const WCHAR *src, int count) {
-  if (size_ < 1 || len_ >= size_) return false;
+  if (!at_) return false;
   if (!src || count < 0) count = 0;
-  int room = size_ - 1 - len_;
+  int room = static_cast<int>(last_ - at_);
   int n = count < room ? count : room;
-  CopyRaw(buf_ + len_, src, n);
-  len_ += n;
-  buf_[len_] = 0;
+  CopyRaw(at_, src, n);
+  at_ += n;
+  *at_ = 0;
   return n == count;
 }
 

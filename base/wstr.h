@@ -118,27 +118,33 @@ void ReportNoFit(const char *routine);
 class Appender {
  public:
   Appender(WCHAR *buffer, int size);
-  // Inline: a text is built from many short appends. The source is measured
-  // before anything is written, so a text that does not fit leaves only the
-  // emptied buffer behind.
-  bool Append(const WCHAR *src) { return Append(src, size_); }
+  // Inline and in one pass: a text is built from many short appends. A
+  // source that does not fit empties the buffer (units after the terminator
+  // may have been written, never past the size).
+  bool Append(const WCHAR *src) {
+    if (!src || !at_) return false;
+    WCHAR *p = at_;
+    for (WCHAR c; (c = *src) != 0; ++src) {
+      if (p == last_) return Overflow();
+      *p++ = c;
+    }
+    return Close(p);
+  }
   // At most count units of src (fewer when it ends before).
   bool Append(const WCHAR *src, int count) {
-    if (!src || len_ >= size_) return false;
-    const int room = size_ - len_;
-    if (count > room) count = room;
-    int n = 0;
-    while (n < count && src[n]) ++n;
-    if (n == room) return Overflow();
-    WCHAR *p = buf_ + len_;
-    for (int i = 0; i < n; ++i) p[i] = src[i];
-    return Close(p + n);
+    if (!src || !at_) return false;
+    WCHAR *p = at_;
+    for (int i = 0; i < count && src[i]; ++i) {
+      if (p == last_) return Overflow();
+      *p++ = src[i];
+    }
+    return Close(p);
   }
   bool Append(WCHAR c) {
-    if (len_ >= size_) return false;
-    WCHAR *p = buf_ + len_;
+    if (!at_) return false;
+    WCHAR *p = at_;
     if (c) {
-      if (p == buf_ + size_ - 1) return Overflow();
+      if (p == last_) return Overflow();
       *p++ = c;
     }
     return Close(p);
@@ -147,12 +153,13 @@ class Appender {
   // leaves the text terminated: for outputs that are cut, not emptied.
   // False when something was left out.
   bool AppendCut(const WCHAR *src, int count);
-  int Length() const { return len_; }
+  // A buffer without a terminator within its size counts as full.
+  int Length() const { return at_ ? static_cast<int>(at_ - buf_) : full_; }
 
  private:
   bool Close(WCHAR *p) {
     *p = 0;
-    len_ = static_cast<int>(p - buf_);
+    at_ = p;
     return true;
   }
   // The text did not fit: the buffer is emptied and the programming error
@@ -160,8 +167,9 @@ class Appender {
   bool Overflow();
 
   WCHAR *buf_;
-  int size_;
-  int len_;
+  WCHAR *last_ = nullptr;  // the last unit, where the longest text ends
+  WCHAR *at_ = nullptr;    // the terminator; null when nothing can be appended
+  int full_ = 0;
 };
 
 // One field of a separated text up to the separator, cut to size - 1

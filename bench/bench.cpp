@@ -34,7 +34,7 @@ void Compare(const char *name, const std::function<void()> &library,
     ref = std::min(ref, Batch(reference, refReps));
   }
   double ratio = ref > 0 ? lib / ref : 0;
-  std::printf("%s: ratio %.2f (library / reference)\n", name, ratio);
+  std::printf("%s: ratio %.2f (library / reference; %.3g s / %.3g s)\n", name, ratio, lib, ref);
   if (maxRatio > 0 && ratio > maxRatio) {
     std::printf("%s: above the limit of %.2f\n", name, maxRatio);
     ++failures;
