@@ -7,10 +7,11 @@
 
 namespace bench {
 
-// Prints "name: ratio X.XX (library / reference)". A ratio above maxRatio
-// (0: none) is reported and makes ExitCode() non-zero. Each side runs once
-// to calibrate, then rounds times (interleaved, best of each); slow work
-// such as copying trees takes fewer rounds.
+// Prints "name: ratio X.XX (library / reference; seconds per call of
+// each)". A ratio above maxRatio (0: none) is reported and makes ExitCode()
+// non-zero. Each side is calibrated to batches of about 20 ms, then runs
+// 3 * rounds batches (interleaved, best of each); slow work such as copying
+// trees takes fewer rounds.
 void Compare(const char *name, const std::function<void()> &library,
              const std::function<void()> &reference, double maxRatio = 0, int rounds = 5);
 

@@ -127,6 +127,7 @@ void ReplaceInPlace(WCHAR *text, INT textSize, int n, const WCHAR *pattern, int 
                 : growth == 0 ? (n < textSize - 1 ? n : 0)
                               : n;
   if (flags & TAVONA_REPLACE_FIRST) cap = cap < 1 ? cap : 1;
+  if (cap < 1) return;  // a full buffer takes no replacement at all
   // A growing text is first moved to the end of its final length; writing
   // from the start then never overtakes the units still to be read, since
   // the growth so far never exceeds the whole growth. A shrinking one is
@@ -134,8 +135,16 @@ void ReplaceInPlace(WCHAR *text, INT textSize, int n, const WCHAR *pattern, int 
   const WCHAR *src = text;
   int consumed = 0;
   if (growth > 0) {
-    cap = WalkReplacements<everywhere>(finder, text, n, findLen, withLen, flags, cap, fold,
-                                       consumed, [](int, int) {});
+    if (everywhere && findLen == 1) {
+      // One unit (a character doubled, say): every occurrence is replaced,
+      // so a plain count does, and it vectorises.
+      int64_t count = 0;
+      for (int i = 0; i < n; ++i) count += fold(text[i]) == pattern[0];
+      cap = count < cap ? count : cap;
+    } else {
+      cap = WalkReplacements<everywhere>(finder, text, n, findLen, withLen, flags, cap, fold,
+                                         consumed, [](int, int) {});
+    }
     if (cap == 0) return;
     std::memmove(text + cap * growth, text, (static_cast<size_t>(n) + 1) * sizeof(WCHAR));
     src = text + cap * growth;
