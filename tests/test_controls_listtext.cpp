@@ -89,35 +89,28 @@ TEST(ListText, SaveRangesAndFlags) {
       {-2, 0, 0, 1, 0, "\n\na\tb\n", 0},  // the first row is not clamped
       {-2, 0, 0, 1, kSaveSelected, "", 0},
       {0, 1, 1, 0, 0, "\n\n", 1},
-      {0, 1, -1, 1, 0, "\n\n", 1},
   };
   for (const Row &r : rows) {
     Table t = TwoByTwo();
     WCHAR buffer[64] = {'x'};
     BufferSink out(buffer, 64, (r.flags & kSaveCrLf) != 0);
     int result = SaveRows(t, out, r.first, r.last, r.firstCol, r.lastCol, r.flags, Clamp::kBuffer);
-    CountSink count((r.flags & kSaveCrLf) != 0);
-    SaveRows(t, count, r.first, r.last, r.firstCol, r.lastCol, r.flags, Clamp::kBuffer);
     std::string where = "rows " + std::to_string(r.first) + ".." + std::to_string(r.last) +
                         " columns " + std::to_string(r.firstCol) + ".." +
                         std::to_string(r.lastCol) + " flags " + std::to_string(r.flags);
     EXPECT_EQ(Narrow(buffer), Narrow(S(r.text))) << where;
     EXPECT_EQ(result, r.result) << where;
-    EXPECT_EQ(count.Count(), tv::Len(buffer)) << where;
   }
 }
 
-// A buffer too small is cut, terminated within its size; huge ranges end
-// as soon as nothing more fits.
-TEST(ListText, BufferIsCutNotOverrun) {
+// Huge ranges end as soon as nothing more fits (the bounds of every cut are
+// the fuzzer's).
+TEST(ListText, HugeRangesEnd) {
   Table t = TwoByTwo();
-  for (int size = 1; size <= 9; ++size) {
-    GuardedBuffer<WCHAR> buffer(size);
-    BufferSink out(buffer.data(), size, false);
-    SaveRows(t, out, -0x7FFFFFFF - 1, 1, 0, 0x7FFFFFFF, 0, Clamp::kBuffer);
-    EXPECT_TRUE(buffer.Intact()) << size;
-    EXPECT_EQ(static_cast<int>(buffer.Text().size()), size - 1) << size;
-  }
+  GuardedBuffer<WCHAR> buffer(9);
+  BufferSink out(buffer.data(), 9, false);
+  SaveRows(t, out, -0x7FFFFFFF - 1, 1, 0, 0x7FFFFFFF, 0, Clamp::kBuffer);
+  EXPECT_EQ(static_cast<int>(buffer.Text().size()), 8);
   CountSink count(true);
   SaveRows(t, count, -0x7FFFFFFF - 1, 0x7FFFFFFF, 0, 1, 0, Clamp::kFile);
   EXPECT_EQ(count.Count(), 0x7FFFFFFF);
@@ -162,10 +155,6 @@ TEST(ListText, ColumnDefinitions) {
     EXPECT_EQ(Join(t.titles, ","), r.columns) << r.definition;
     EXPECT_EQ(next, 3 + static_cast<int>(t.titles.size())) << r.definition;
   }
-  ColumnDef col;
-  WStr longTitle(150, 'T');
-  ParseColumn(Span{longTitle.c_str(), 150}, col);
-  EXPECT_EQ(tv::Len(col.title), kTitleSize - 1);
 }
 
 TEST(ListText, LoadBufferFillsAndInsertsRows) {
@@ -173,15 +162,10 @@ TEST(ListText, LoadBufferFillsAndInsertsRows) {
   LoadBuffer(t, S("1\t2\t3\nx\r\n[p\nq]\t[r\ts]\n\nlast").c_str(), 1, 1);
   // Row 1 keeps column 0, "3" has no column; the CR stays in the cell.
   EXPECT_EQ(t.Dump(), Narrow(S("a|b;c|1;|x\r;|[p\nq];|;|last;")));
-  Table cut;
-  cut.columns = 2;
-  LoadBuffer(cut, (WStr(600, 'c') + S("\t") + WStr(600, 'd')).c_str(), -4, -1);
-  ASSERT_EQ(cut.Count(), 1);
-  EXPECT_EQ(cut.rows[0][0].size(), size_t(kCellSize - 1));
-  EXPECT_EQ(cut.rows[0][1].size(), size_t(kRowSize - 1 - 601));  // the row is cut first
 }
 
-// Bytes handed out in odd pieces, so that units split between reads.
+// Bytes handed out in odd pieces, so that units split between reads (odd
+// lengths and long lines are the fuzzer's).
 class Bytes : public ByteSource {
  public:
   explicit Bytes(std::string b) : bytes_(std::move(b)) {}
@@ -212,9 +196,6 @@ TEST(ListText, FileLines) {
       // deliberate: trailing TABs go with the CR LF, so do trailing empty cells
       {Utf16("a\tb\t\t\r\nc\r\n\r\nd"), 0, "a|b|;c||;||;d||;", ""},
       {Utf16("N|50|R\tV\r\nx\ty\r\n"), kLoadColumns, "x|y;", "N/50R,V\r\n/100L"},
-      {"", 0, "", ""},
-      {"a", 0, "", ""},                                       // one byte is no unit
-      {Utf16("z") + "\x01", 0, "z||;", ""},                   // nor is a last odd byte
       {Utf16("a") + std::string("\0\0b\0\n\0", 6), 0, "a||;", ""},  // ends at a zero
   };
   for (const Row &r : rows) {

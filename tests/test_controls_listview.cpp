@@ -1,4 +1,4 @@
-// The list view helpers on real report-style list views: buffers and files
+// The list view helpers on real report-style list views: files written
 // byte for byte, loading with column definitions, registry copies, and the
 // row, selection and column operations.
 #include <tavona/tavona32.h>
@@ -41,14 +41,6 @@ std::string Utf16(const std::wstring &s) {
   std::string b;
   for (wchar_t c : s) b += char(c & 0xFF), b += char(c >> 8);
   return b;
-}
-
-// Bytes as text for failure messages.
-std::string Hex(const std::string &b) {
-  static const char digits[] = "0123456789ABCDEF";
-  std::string out;
-  for (unsigned char c : b) out += digits[c >> 4], out += digits[c & 15], out += ' ';
-  return out;
 }
 
 class ListView : public ::testing::Test {
@@ -105,31 +97,13 @@ class ListView : public ::testing::Test {
   HWND parent_ = nullptr, lv_ = nullptr;
 };
 
-// The walk itself is the host test's; here the list view under it, with
-// the last row clamped as buffers have it.
-TEST_F(ListView, SaveToBuffer) {
-  Fill(2, L"a,b|c,d");
-  wchar_t buffer[64];
-  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, buffer, 64, 0, 1000, 0, 1, TAVONA_LV_CRLF), 1);
-  EXPECT_STREQ(buffer, L"a\tb\r\nc\td\r\n");
-  EXPECT_EQ(Tavona_ListView_CalculateBuffer(lv_, 0, 1000, 0, 1, TAVONA_LV_CRLF), 10);
-  ListView_SetItemState(lv_, 1, LVIS_SELECTED, LVIS_SELECTED);
-  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, buffer, 8, 0, -1, 0, 1, TAVONA_LV_SELECTED_ONLY), 1);
-  EXPECT_STREQ(buffer, L"c\td\n");
-  // Cut where the buffer ends, never beyond.
-  GuardedBuffer<WCHAR> small(5);
-  EXPECT_EQ(Tavona_ListView_SaveToBuffer(lv_, small.data(), 5, 0, -1, 0, 1, 0), 1);
-  EXPECT_EQ(Narrow(small.Text()), "a\\u0009b\\u000A");
-  EXPECT_TRUE(small.Intact());
-}
-
 TEST_F(ListView, SaveToFileBytes) {
   Fill(2, L"a,b|c,d|e,f");
   std::wstring file = TempFile(L"tv_lv_save.txt");
   // deliberate: one byte 0x09 between cells, CR LF in UTF-16 at row ends
   EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, 1, 0, 1, TAVONA_LV_CRLF), 1);
   std::string expected = std::string("a\0\x09" "b\0\r\0\n\0c\0\x09" "d\0\r\0\n\0", 18);
-  EXPECT_EQ(Hex(ReadBytes(file)), Hex(expected));
+  EXPECT_EQ(ReadBytes(file), expected);
 
   // deliberate: the last row is not clamped, each missing row is an empty line
   EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, 1000, 0, 0, 0), 1000);
@@ -146,58 +120,30 @@ TEST_F(ListView, SaveToFileBytes) {
   DeleteFileW(file.c_str());
 }
 
-// One column reads back as it was written; with more, the single-byte
-// separator shifts the units, so the cells come back different (deliberate).
-TEST_F(ListView, FileRoundTrip) {
-  Fill(2, L"alpha,1|[b\tc],2|gamma,3");
-  std::wstring file = TempFile(L"tv_lv_round.txt");
-  Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, -1, 0, 0, 0);
-  EXPECT_EQ(Tavona_ListView_LoadFromFile(lv_, file.c_str()), 3);
-  EXPECT_EQ(Dump(2), L"alpha,|[b\tc],|gamma,");
-
-  Fill(0, L"");
-  Tavona_ListView_SetItemText(lv_, 0, 1, L"x");
-  Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, -1, 0, 1, 0);
-  Tavona_ListView_LoadFromFile(lv_, file.c_str());
-  EXPECT_NE(Dump(2).substr(0, 8), L"alpha,x|");
-  DeleteFileW(file.c_str());
-}
-
+// The file's first line defines the columns; trailing TABs go with the
+// CR LF (deliberate), a bracketed cell keeps its TAB.
 TEST_F(ListView, LoadFromFile) {
   std::wstring file = TempFile(L"tv_lv_load.txt");
-  WriteBytes(file, Utf16(L"Name|150|L\tSize|80|R\tDate||C\r\n"
-                         L"a\tb\t\t\r\n"
-                         L"x\t[1\t2]\ty\r\n"
-                         L"\r\n"
-                         L"last"));
-  Fill(0, L"");
+  WriteBytes(file, Utf16(Pick(L"File|170\tSize|80|R\tChanged|150\r\nReport.txt\t12 KB\t11/03/2026\t\t\r\n"
+                              L"Summary.xls\t48 KB\t10/14/2026\r\nNotes\t1 KB\t[today\tearly]\r\n",
+                              L"Datei|170\tGröße|80|R\tGeändert|150\r\nBericht.txt\t12 KB\t03.11.2026\t\t\r\n"
+                              L"Übersicht.xls\t48 KB\t14.10.2026\r\nNotizen\t1 KB\t[heute\tfrüh]\r\n")));
   Tavona_ListView_InsertItem(lv_, -1, L"old", 0, 0);
-  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_FILE_COLUMNS), 4);
-  // The trailing TABs went with the CR LF (deliberate).
-  EXPECT_EQ(Dump(3), L"a,b,|x,[1\t2],y|,,|last,,");
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_FILE_COLUMNS), 3);
+  EXPECT_EQ(Dump(3), Pick(L"Report.txt,12 KB,11/03/2026|Summary.xls,48 KB,10/14/2026|Notes,1 KB,[today\tearly]",
+                          L"Bericht.txt,12 KB,03.11.2026|Übersicht.xls,48 KB,14.10.2026|Notizen,1 KB,[heute\tfrüh]"));
   wchar_t title[100] = {};
   LVCOLUMNW c = {};
   c.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_FMT, c.pszText = title, c.cchTextMax = 100;
   ASSERT_TRUE(ListView_GetColumn(lv_, 1, &c));
   EXPECT_EQ(Narrow(title) + "/" + std::to_string(c.cx) + "/" + std::to_string(c.fmt & 3),
-            "Size/80/" + std::to_string(LVCFMT_RIGHT)) << "the file's second column";
-  if (GermanRun()) {
-    // The screenshot of a loaded list, with German column titles.
-    WriteBytes(file, Utf16(L"Bericht.txt\t12 KB\t03.11.2026\r\n"
-                           L"Übersicht.xls\t48 KB\t14.10.2026\r\nNotizen\t1 KB\t[heute\tfrüh]\r\n"));
-    ListView_DeleteColumn(lv_, 0), ListView_DeleteColumn(lv_, 0), ListView_DeleteColumn(lv_, 0);
-    Tavona_ListView_CreateColumns(lv_, 0, L"Datei|170\tGröße|80|R\tGeändert|150");
-  } else {
-    WriteBytes(file, Utf16(L"Report.txt\t12 KB\t11/03/2026\r\nSummary.xls\t48 KB\t10/14/2026\r\n"
-                           L"Notes\t1 KB\t[today\tearly]\r\n"));
-  }
-  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), 0), 3);
+            Narrow(Pick(L"Size", L"Größe")) + "/80/" + std::to_string(LVCFMT_RIGHT));
   ListView_SetItemState(lv_, 1, LVIS_SELECTED, LVIS_SELECTED);
   UpdateWindow(parent_);
   tvui::SaveScreenshot(parent_, Shot(L"listview_loaded"));
 
   // Keeping rows appends; without, rows go even when the file is missing.
-  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_KEEP_ROWS), 6);
+  EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, file.c_str(), TAVONA_LV_KEEP_ROWS), 7);
   EXPECT_EQ(Tavona_ListView_LoadFromFileExtended(lv_, L"Z:\\no\\such.txt", 0), 0);
   EXPECT_EQ(ListView_GetItemCount(lv_), 0);
   Tavona_ListView_InsertItem(lv_, -1, L"kept", 0, 0);
@@ -206,16 +152,11 @@ TEST_F(ListView, LoadFromFile) {
   DeleteFileW(file.c_str());
 }
 
-// A long line continues as a further row, its cell cut; the bytes FF FE
-// are a unit like any other.
+// The bytes FF FE are a unit like any other (long lines are the fuzzer's).
 TEST_F(ListView, LoadBadFiles) {
   Fill(2, L"");
   std::wstring file = TempFile(L"tv_lv_bad.txt");
   wchar_t cell[600];
-  WriteBytes(file, Utf16(std::wstring(30005, L'x')));
-  EXPECT_EQ(Tavona_ListView_LoadFromFile(lv_, file.c_str()), 2);
-  Tavona_ListView_GetItemText(lv_, 0, 0, cell, 600);
-  EXPECT_EQ(wcslen(cell), 499u);
   WriteBytes(file, std::string("\xff\xfe\x00\xd8\x0a\x00\x00\x00\x41\x00", 10));
   EXPECT_EQ(Tavona_ListView_LoadFromFile(lv_, file.c_str()), 2);
   Tavona_ListView_GetItemText(lv_, 0, 0, cell, 600);
@@ -226,7 +167,6 @@ TEST_F(ListView, LoadBadFiles) {
 TEST_F(ListView, Columns) {
   EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 0, L"Name||L\t|150|\tX|40"), 3);
   EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 3, L""), 3);
-  EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 3, nullptr), 0);
   wchar_t widths[32];
   EXPECT_EQ(Tavona_ListView_GetColumnWidths(lv_, 0, 10, widths, 32), 3);
   EXPECT_STREQ(widths, L"100,150,40");
@@ -236,13 +176,8 @@ TEST_F(ListView, Columns) {
   Tavona_ListView_GetColumnWidths(lv_, 0, 2, widths, 32);
   EXPECT_STREQ(widths, L"100,120,80");
   EXPECT_EQ(Tavona_ListView_SetColumnWidths(lv_, 2, L"55,66,77"), FALSE);  // stops at column 3
-
-  std::wstring many;
-  for (int i = 0; i < 1000; ++i) many += L"c" + std::to_wstring(i) + L"|10\t";
-  EXPECT_EQ(Tavona_ListView_CreateColumns(lv_, 3, many.c_str()), 1003);
-  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 3, 0), 0);
-  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 3, 5), 5);
-  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 1, -1), 997);  // up to the first failure
+  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 1, 0), 0);
+  EXPECT_EQ(Tavona_ListView_DeleteColumns(lv_, 1, -1), 2);  // up to the first failure
   EXPECT_EQ(Tavona_ListView_GetColumnWidths(lv_, 0, 10, widths, 32), 1);
 }
 
@@ -302,10 +237,7 @@ TEST_F(ListView, ItemAccessors) {
   EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, -1), 101);
   EXPECT_TRUE(Tavona_ListView_SetItemParam(lv_, -1, 77));
   EXPECT_EQ(Tavona_ListView_GetItemParam(lv_, 1), 77);
-  Tavona_ListView_GetItemText(lv_, 0, 0, text, 3);
-  EXPECT_STREQ(text, L"on");
   EXPECT_EQ(Tavona_ListView_InsertItem(lv_, -1, L"four", 4, 9), 3);
-  EXPECT_EQ(Tavona_ListView_GetItemImageIndex(lv_, 3), 4);
   Tavona_ListView_InsertItem(lv_, 0, L"zero", 0, 0);
 
   struct { const wchar_t *text; UINT flags; int row; } finds[] = {
@@ -319,11 +251,6 @@ TEST_F(ListView, ItemAccessors) {
 
 TEST_F(ListView, SelectionMovesAndDeletes) {
   Fill(2, L"a,1|b,2|c,3|d,4|e,5");
-  Tavona_ListView_SelectAll(lv_);
-  EXPECT_EQ(Selection(), L"11111");
-  EXPECT_EQ(Tavona_ListView_GetSelectedItemCount(lv_), 5);
-  Tavona_ListView_UnselectAll(lv_);
-  EXPECT_EQ(Selection(), L"00000");
   EXPECT_EQ(Tavona_ListView_MoveSelectedItemsDown(lv_, 0, 1), -1);  // nothing selected
 
   Tavona_ListView_SelectItem(lv_, 1);

@@ -13,7 +13,6 @@
 namespace {
 
 using namespace tv::print;
-using Text = std::u16string;
 
 const WCHAR *W(const char16_t *s) { return reinterpret_cast<const WCHAR *>(s); }
 
@@ -40,7 +39,6 @@ TEST(CopyLists, Read) {
       // A name without its count ends the list.
       {u"A|1|B", "(A)=1;"},
       {u"A|x|B|-2|C| 7 |D|99999999999|", "(A)=0;(B)=-2;(C)=7;(D)=2147483647;"},
-      {u"", ""},
       {u"a|1|b|2|c|3|d|4|e|5|f|6|g|7|h|8|i|9|j|10|k|11|",
        "(a)=1;(b)=2;(c)=3;(d)=4;(e)=5;(f)=6;(g)=7;(h)=8;(i)=9;(j)=10;"},
   };
@@ -49,13 +47,6 @@ TEST(CopyLists, Read) {
     ASSERT_TRUE(ReadCopyList(W(r.text), l));
     EXPECT_EQ(Entries(l), r.entries) << Narrow(r.text);
   }
-}
-
-TEST(CopyLists, Write) {
-  CopyList l;
-  ASSERT_TRUE(ReadCopyList(W(u"Original|1|"), l));
-  tv::HeapPtr<WCHAR> text(WriteCopyList(l));
-  EXPECT_EQ(Narrow(text.get()), "Original|1| |0| |0| |0| |0| |0| |0| |0| |0| |0|");
 }
 
 TEST(CopyLists, Exports) {
@@ -81,11 +72,8 @@ TEST(CopyLists, Exports) {
   }
 }
 
-TEST(CopyLists, LongAndOutOfMemory) {
-  Text longName = Text(100000, u'n') + u"|2|";
+TEST(CopyLists, OutOfMemory) {
   WCHAR name[10];
-  EXPECT_EQ(Tavona_GetCopyListItem(W(longName.c_str()), 0, name, 10), 2);
-
   tv::plat::host::SetFailAllocations(true);
   EXPECT_EQ(Tavona_GetTotalCount(W(u"A|2|")), 0);
   EXPECT_EQ(Tavona_GetCopyListItem(W(u"A|2|"), 0, name, 10), 0);
