@@ -17,29 +17,25 @@ using Folders = std::vector<std::pair<std::wstring, std::wstring>>;
 
 // A fresh folder under the temporary folder holding a copy of the library
 // and resource libraries in the given language folders ("" = beside it).
-class Layout {
- public:
+struct Layout {
   explicit Layout(const Folders &resources) {
     wchar_t tmp[MAX_PATH];
     GetTempPathW(MAX_PATH, tmp);
     static int serial = 0;
-    dir_ = std::wstring(tmp) + L"tavona_load_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
-           std::to_wstring(++serial) + L"\\";
-    CreateDirectoryW(dir_.c_str(), nullptr);
+    dir = std::wstring(tmp) + L"tavona_load_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
+          std::to_wstring(++serial) + L"\\";
+    CreateDirectoryW(dir.c_str(), nullptr);
     EXPECT_TRUE(CopyFileW((BinDir() + L"tavona32.dll").c_str(), Library().c_str(), FALSE));
     for (const auto &[folder, lang] : resources) {
-      std::wstring target = folder.empty() ? dir_ : dir_ + folder + L"\\";
+      std::wstring target = folder.empty() ? dir : dir + folder + L"\\";
       CreateDirectoryW(target.c_str(), nullptr);
       EXPECT_TRUE(CopyFileW((BinDir() + lang + L"\\tavona32Res.dll").c_str(),
                             (target + L"tavona32Res.dll").c_str(), FALSE));
     }
   }
-  ~Layout() { RemoveTree(dir_.substr(0, dir_.size() - 1)); }
-  const std::wstring &Dir() const { return dir_; }
-  std::wstring Library() const { return dir_ + L"tavona32.dll"; }
-
- private:
-  std::wstring dir_;
+  ~Layout() { RemoveTree(dir.substr(0, dir.size() - 1)); }
+  std::wstring Library() const { return dir + L"tavona32.dll"; }
+  std::wstring dir;
 };
 
 struct Loaded {
@@ -95,7 +91,7 @@ TEST_F(LanguageFixture, ProbingOrder) {
     ASSERT_NE(r.library, nullptr) << Narrow(c.language);
     std::wstring path = r.resourcePath;
     for (size_t at; (at = path.find(L"\\\\")) != std::wstring::npos;) path.erase(at, 1);
-    EXPECT_EQ(path, layout.Dir() + c.expectedSuffix) << Narrow(c.language);
+    EXPECT_EQ(path, layout.dir + c.expectedSuffix) << Narrow(c.language);
   }
 }
 
@@ -108,7 +104,7 @@ TEST_F(LanguageFixture, MissingResourceLibraryShowsFatalBox) {
                             [&](tvui::Session &s) {
                               tvui::Box box = s.WaitMessageBox(L"Fatal Error: File not found");
                               ++boxes;
-                              EXPECT_EQ(box.text, layout.Dir() + L"en\\tavona32Res.dll");
+                              EXPECT_EQ(box.text, layout.dir + L"en\\tavona32Res.dll");
                               EXPECT_EQ(box.icon, UINT(MB_ICONHAND));
                               EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
                               s.Screenshot(box.hwnd, L"frame_fatal_box");

@@ -171,8 +171,6 @@ inline void RemoveTree(const std::wstring &dir) {
   RemoveDirectoryW(dir.c_str());
 }
 
-// The German run of a test (a child started by RunInLanguage(L"de", ...)).
-
 // What the error reporter sent to the application's callback: install
 // CaptureReports with Tavona_SetErrorHandlerCallback. Each report is
 // answered with the next of g_reportAnswers (IDOK when none is left).
