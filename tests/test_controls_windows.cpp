@@ -1,5 +1,5 @@
-// Tab pages, the temporary and popup windows, window hooks and the edit
-// hooks, edit steps and bitmaps from real BMP files.
+// Tab pages, the temporary window, window hooks and the edit hooks, and
+// bitmaps from real BMP files (the popup window: the button bar's hover test).
 #include <tavona/tavona32.h>
 
 #include <commctrl.h>
@@ -12,7 +12,6 @@
 #include <string>
 #include <vector>
 
-#include "controls/smallwnd.h"
 #include "frame/globals.h"
 #include "frame/wndclasses.h"
 #include "testutil.h"
@@ -80,35 +79,7 @@ TEST_F(SmallWindows, TempWindows) {
   EXPECT_TRUE(IsWindow(w)) << "shown for tenths of a second";
   Pump(2000, w);
   EXPECT_FALSE(IsWindow(w));
-  // No time or a negative one: 30 seconds. Black means no fill: the class's
-  // light grey shows.
-  for (INT time : {0, -3, 70}) {
-    w = Tavona_DisplayTempWindExt(L"x", time, 0);
-    EXPECT_EQ(reinterpret_cast<tv::TempWindRecord *>(GetWindowLongPtrW(w, 0))->displayTime,
-              time > 0 ? time : 30000) << time;
-    EXPECT_EQ(tvui::Capture(w).At(3, 3), 0xC0C0C0u);
-    DestroyWindow(w);
-  }
   EXPECT_FALSE(Tavona_DisplayTempWind(tv::g.resources, 9999, 5, 0)) << "missing string";
-}
-
-// ---- Status and popup windows ------------------------------------------------
-
-TEST_F(SmallWindows, PopupOneAtATime) {
-  HWND anchor = Child(L"BUTTON", 0, 20, 20, 60, 24);
-  EXPECT_FALSE(Tavona_ShowPopup(anchor, L"  "));
-  HWND first = Tavona_ShowPopup(anchor, L"Open a file");
-  ASSERT_TRUE(first);
-  EXPECT_NE(GetActiveWindow(), first);  // its place below the anchor: the bar's hover test
-  EXPECT_EQ(tvui::Capture(first).At(2, 2), Rgb(GetSysColor(COLOR_INFOBK)));
-  tvui::SaveScreenshot(first, L"popup");
-  HWND second = Tavona_ShowPopup(anchor, L"Save the file under another name");
-  EXPECT_FALSE(IsWindow(first)) << "one at a time";
-  Tavona_DestroyPopup();
-  EXPECT_FALSE(IsWindow(second));
-  HWND third = Tavona_ShowPopup(anchor, L"Print");
-  SendMessageW(third, WM_LBUTTONDOWN, 0, 0);
-  EXPECT_FALSE(IsWindow(third)) << "a click closes it";
 }
 
 // ---- Tab control ---------------------------------------------------------------
@@ -170,27 +141,9 @@ TEST_F(SmallWindows, TabPagesShownAndConfirmed) {
 
 // ---- Hooks ----------------------------------------------------------------------
 
-LRESULT CALLBACK Recording(HWND w, UINT m, WPARAM wp, LPARAM lp) {
-  return Call_HookOriginalCallback(w, L"Rec", m, wp, lp);
-}
-
-// The progress tests count messages through these hooks; here the rules.
-TEST_F(SmallWindows, WindowHookByProperty) {
-  HWND w = Child(L"EDIT");
-  WNDPROC original = WNDPROC(GetWindowLongPtrW(w, GWLP_WNDPROC));
-  const LPARAM link = LPARAM(sizeof(LPARAM) > 4 ? 0x123456789ABCLL : 0x12345678);
-  EXPECT_EQ(Hook_Window(w, Recording, L"", 0, nullptr), -1);
-  ASSERT_EQ(Hook_Window(w, Recording, L"Rec", link, nullptr), 0);
-  EXPECT_EQ(Hook_Window(w, Recording, L"Rec", 0, nullptr), -1) << "same name twice";
-  EXPECT_EQ(Get_HookLink(w, L"Rec"), link);
-  EXPECT_EQ(Call_HookOriginalCallback(w, L"Other", WM_GETTEXTLENGTH, 0, 0), 0);
-  Unhook_Window(w, L"Rec");
-  EXPECT_EQ(WNDPROC(GetWindowLongPtrW(w, GWLP_WNDPROC)), original);
-  EXPECT_FALSE(GetPropW(w, L"Rec"));
-}
-
 bool CtrlDown() { return (GetKeyState(VK_CONTROL) & 0x8000) != 0; }
 
+// Through Hook_Window, which the progress tests also count messages with.
 TEST_F(SmallWindows, EditHooksTurnEnterIntoCtrlEnter) {
   struct Row { bool tabToo; WPARAM key; bool swallowed; } rows[] = {{false, VK_RETURN, true}, {false, VK_TAB, false}, {false, 'A', false},
               {true, VK_RETURN, true},  {true, VK_TAB, true}};
@@ -198,6 +151,7 @@ TEST_F(SmallWindows, EditHooksTurnEnterIntoCtrlEnter) {
     HWND e = Child(L"EDIT", ES_MULTILINE);
     WNDPROC original = WNDPROC(GetWindowLongPtrW(e, GWLP_WNDPROC));
     ASSERT_EQ(r.tabToo ? Hook_Edit_TabAndLf(e) : Hook_Edit_OnlyLf(e), 0);
+    EXPECT_EQ(r.tabToo ? Hook_Edit_TabAndLf(e) : Hook_Edit_OnlyLf(e), -1) << "hooked twice";
     EXPECT_TRUE(GetPropW(e, r.tabToo ? L"TABANDLFHOOKPROPNAME" : L"ONLYLFHOOKPROPNAME"));
     BYTE keys[256] = {};
     SetKeyboardState(keys);
@@ -210,27 +164,6 @@ TEST_F(SmallWindows, EditHooksTurnEnterIntoCtrlEnter) {
   }
   // Without a record the hook answers 0.
   EXPECT_EQ(Edit_OnlyLf_Hook(Child(L"EDIT"), WM_GETTEXTLENGTH, 0, 0), 0);
-}
-
-// ---- Edit fields ----------------------------------------------------------------
-
-TEST_F(SmallWindows, EditSteps) {
-  HWND e = Child(L"EDIT");
-  struct Row { const wchar_t *text; bool inc; INT step, min, max, expected; } rows[] = {
-      {L"10", true, 1, 0, 10, 10},      {L"7", false, 3, 0, 10, 4},
-      {L"abc", true, 2, -5, 5, 2},      {L"-20", true, 1, -5, 5, -5},
-      {L"2147483647", true, 1, INT_MIN, INT_MAX, INT_MAX},
-      {L"5", false, INT_MIN, 0, 100, 100},
-  };
-  for (const Row &r : rows) {
-    SetWindowTextW(e, r.text);
-    INT v = r.inc ? Tavona_IncEditField(e, r.step, r.min, r.max)
-                  : Tavona_DecEditField(e, r.step, r.min, r.max);
-    EXPECT_EQ(v, r.expected) << Narrow(r.text) << (r.inc ? " +" : " -") << r.step;
-    wchar_t text[20];
-    GetWindowTextW(e, text, 20);
-    EXPECT_EQ(_wtoi(text), r.expected);
-  }
 }
 
 // ---- Bitmaps --------------------------------------------------------------------

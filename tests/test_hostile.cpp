@@ -95,12 +95,19 @@ void ExpectHolds(const std::vector<Row> &rows,
   g_current[0] = 0;
 }
 
-// Routines that work in the caller's buffer take the input there first.
+// Routines that work in the caller's buffer take the input there first
+// (Seeded: a row that takes nothing else).
 void Seed(WCHAR *out, INT size, const WCHAR *input) {
   if (!out || size < 1) return;
   INT n = 0;
   for (; input && input[n] && n < size - 1; ++n) out[n] = input[n];
   out[n] = 0;
+}
+Call Seeded(void (*work)(WCHAR *out, INT size)) {
+  return [work](const WCHAR *in, WCHAR *out, INT n) {
+    Seed(out, n, in);
+    work(out, n);
+  };
 }
 
 class Hostile : public ::testing::Test {
@@ -123,10 +130,7 @@ TEST_F(Hostile, Strings) {
          TavonaAppendString(out, in, n);
        }},
       {"Tavona_Replace",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_Replace(out, n, L"a", L"xyz", 0);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_Replace(out, n, L"a", L"xyz", 0); })},
       {"Tavona_ScanString",
        [](auto in, auto out, INT n) {
          const WCHAR *cursor = in;
@@ -162,11 +166,9 @@ TEST_F(Hostile, ListsAndDescriptors) {
          Seed(out, n, L"a=1");
          DescriptorAddStringItem(out, static_cast<UINT>(n), L"name", in);
        }},
-      {"DescriptorAddLongItem",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
+      {"DescriptorAddLongItem", Seeded([](WCHAR *out, INT n) {
          DescriptorAddLongItem(out, static_cast<UINT>(n), L"name", INT_MIN);
-       }},
+       })},
       {"DescriptorGetStringItem",
        [](auto in, auto out, INT n) { DescriptorGetStringItem(in, L"dir.v2\\na me.txt;\"quoted;field\"\t12345", L"d", out, n); }},
   });
@@ -192,20 +194,11 @@ TEST_F(Hostile, FileNames) {
       {"Tavona_Assemble_FileName",
        [](auto in, auto out, INT n) { Tavona_Assemble_FileName(out, in, L"name", L"ext", n); }},
       {"Tavona_AddPath",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_AddPath(out, n, L"D:\\base", 0, nullptr);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_AddPath(out, n, L"D:\\base", 0, nullptr); })},
       {"Tavona_AddPath [MODULEPATH]",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_AddPath(out, n, L"[modulepath]", 0, nullptr);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_AddPath(out, n, L"[modulepath]", 0, nullptr); })},
       {"Tavona_ConvertFilenameToWildcard",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_ConvertFilenameToWildcard(out, n);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_ConvertFilenameToWildcard(out, n); })},
       {"Tavona_GetExtension", [](auto in, auto out, INT n) { Tavona_GetExtension(in, out, n); }},
       {"Tavona_GetProfileName",
        [](auto, auto out, INT n) { Tavona_GetProfileName(nullptr, out, n); }},
@@ -294,7 +287,7 @@ TEST_F(Hostile, Boxes) {
     wchar_t cls[64] = L"null";
     if (box) GetClassNameW(box, cls, 64);
     for (INT index : {INT_MIN, -2, -1, 0, 3, 4, 5, INT_MAX}) {
-      std::string where = Narrow(cls) + " index " + std::to_string(index) + ": ";
+      SCOPED_TRACE(Narrow(cls) + " index " + std::to_string(index));
       ExpectHolds({
           {"Tavona_GetBoxEntry",
            [&](auto, auto out, INT n) { Tavona_GetBoxEntry(box, index, out, n); }},
@@ -311,10 +304,7 @@ TEST_F(Hostile, Boxes) {
              Tavona_MoveBoxEntry(box, index, 2);
            }},
       }, {nullptr, L"beta", longText.c_str()}, 4096);
-      if (HasFailure()) {
-        ADD_FAILURE() << where << "see above";
-        break;
-      }
+      if (HasFailure()) break;
     }
   }
   DestroyWindow(parent);

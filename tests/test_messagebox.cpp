@@ -212,7 +212,7 @@ TEST_F(MessageBoxTest, DirectBoxes) {
           tvui::Box box = s.WaitMessageBox({}, tvui::Ms(3000));
           EXPECT_EQ(box.caption, c.caption);
           EXPECT_NE(box.text.rfind(L"!RIA", 0), 0u) << "prefix left: " << Narrow(box.text);
-          if (c.text) EXPECT_EQ(box.text, c.text) << Narrow(c.text);
+          EXPECT_EQ(c.text ? box.text : L"", c.text ? c.text : L"") << Narrow(box.text);
           EXPECT_EQ(box.icon, c.icon);
           EXPECT_EQ(box.buttons, c.buttons);
           s.Screenshot(box.hwnd, c.shot);

@@ -429,10 +429,8 @@ void Session::Select(HWND dlg, int id, std::wstring_view item, Where w) {
   LRESULT i = Send(h, m->findexact, WPARAM(-1), LPARAM(s.c_str()), w);
   if (i < 0) {
     std::string all;
-    for (auto &t : Items(dlg, id, w)) all += (all.empty() ? "\"" : ", \"") + Utf8(t) + "\"";
-    Fail("control " + std::to_string(id) + " has no item \"" + Utf8(s) + "\" (items: " + all +
-             ")",
-         w);
+    for (auto &t : Items(dlg, id, w)) all += " \"" + Utf8(t) + "\"";
+    Fail("control " + std::to_string(id) + " has no item \"" + Utf8(s) + "\"; items:" + all, w);
   }
   Select(dlg, id, int(i), w);
 }
