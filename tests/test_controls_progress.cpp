@@ -18,11 +18,8 @@
 namespace {
 
 HMODULE Resources(const wchar_t *lang) {
-  static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
-  static HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
-  return lang[0] == 'd' ? de : en;
+  return LoadLibraryExW((BinDir() + lang + L"\\tavona32Res.dll").c_str(), nullptr,
+                        LOAD_LIBRARY_AS_DATAFILE);
 }
 
 uint32_t Rgb(COLORREF c) { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); }
@@ -45,20 +42,17 @@ class Progress : public ::testing::Test {
     DestroyWindow(owner_);
   }
 
-  // The inner bar in window coordinates of the dialog (as Capture sees it).
-  static RECT InnerBar(HWND dialog) {
-    RECT win, bar;
+  // Columns of the inner bar (width of them) in the done colour, checked
+  // along its middle row; every other column must show the remaining colour.
+  static int DoneColumns(HWND dialog, COLORREF done, COLORREF remaining, int &width,
+                         std::string &bad) {
+    tvui::Image img = tvui::Capture(dialog);
+    RECT win, bar;  // the inner bar in window coordinates, as Capture sees it
     GetWindowRect(dialog, &win);
     GetWindowRect(GetDlgItem(dialog, IDC_PROGRESS_BAR), &bar);
     OffsetRect(&bar, -win.left, -win.top);
     InflateRect(&bar, -1, -1);
-    return bar;
-  }
-  // Columns of the inner bar in the done colour, checked along its middle
-  // row; every other column must show the remaining colour.
-  static int DoneColumns(HWND dialog, COLORREF done, COLORREF remaining, std::string &bad) {
-    tvui::Image img = tvui::Capture(dialog);
-    RECT bar = InnerBar(dialog);
+    width = bar.right - bar.left;
     int y = (bar.top + bar.bottom) / 2, count = 0;
     bool inRemaining = false;
     for (int x = bar.left; x < bar.right; ++x) {
@@ -101,9 +95,9 @@ TEST_F(Progress, BarWidthsAndOwner) {
     Tavona_SetProgressIndicatorColor(p, done);
     if (r.createUpper > 0) Tavona_SetProgressIndicatorBounds(p, r.lower, r.upper);
     Tavona_UpdateProgressIndicator(p, r.position);
-    RECT bar = InnerBar(p);
     std::string bad;
-    EXPECT_EQ(DoneColumns(p, done, rest, bad), (bar.right - bar.left) * r.numerator / r.denominator)
+    int width = 0, columns = DoneColumns(p, done, rest, width, bad);
+    EXPECT_EQ(columns, width * r.numerator / r.denominator)
         << r.createUpper << ": " << r.lower << ".." << r.upper << " at " << r.position;
     EXPECT_EQ(bad, "") << r.lower << ".." << r.upper << " at " << r.position;
     Tavona_DestroyProgressIndicator(p);

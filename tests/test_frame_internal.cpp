@@ -1,12 +1,12 @@
 // The frame's portable internals on the host: message composition, routing
-// of reports, allocation failures and the key prefix of translated texts.
+// of reports and allocation failures (the key prefix of translated texts:
+// test_lts).
 #include "frame/alloc.h"
 #include "frame/globals.h"
 #include "frame/host/hostplat.h"
 #include "frame/report.h"
 #include "frame/reportcore.h"
 #include "testutil.h"
-#include "frame/lts.h"
 #include "tvres.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <vector>
 
 using tv::plat::host::SetResString;
 
@@ -132,10 +131,9 @@ TEST_F(ReportFixture, LogModeAppendsUtf16Lines) {
   EXPECT_EQ(tv::ReportError(kMsg, u"a"), 1);
   EXPECT_EQ(tv::ReportError(kMsg, u"\u00e4"), 1);
   std::ifstream f(path, std::ios::binary);
-  std::vector<unsigned char> bytes((std::istreambuf_iterator<char>(f)), {});
+  std::string bytes((std::istreambuf_iterator<char>(f)), {});
   std::u16string want = u"Lost a\r\nLost \u00e4\r\n";
-  EXPECT_EQ(bytes, std::vector<unsigned char>(reinterpret_cast<const unsigned char *>(want.data()),
-                                              reinterpret_cast<const unsigned char *>(want.data() + want.size())));
+  EXPECT_EQ(bytes, std::string(reinterpret_cast<const char *>(want.data()), want.size() * 2));
 
   // no log file: 2
   Tavona_SetErrorLogFile(u"");
@@ -165,21 +163,6 @@ TEST_F(ReportFixture, AllocationFailuresReport1300) {
   // byte sizes beyond 32 bits fail like an exhausted heap
   EXPECT_EQ(tv::AllocWideChars(0x80000000u), nullptr);
   EXPECT_EQ(callbackCount, 2);
-}
-
-TEST(KeyPrefix, StrippedOnlyWhenComplete) {
-  struct Case {
-    const char16_t *in, *out;
-  } cases[] = {
-      // (The loaders' cases are in test_lts.)
-      {u"x((A))y", u"x((A))y"}, {u"((A))", u""}, {u"((", u"(("}, {u"((A))B))C", u"B))C"},
-  };
-  for (const Case &c : cases) {
-    std::u16string buf(c.in);
-    buf.push_back(0);
-    tv::StripKeyPrefix(buf.data());
-    EXPECT_EQ(std::u16string(buf.c_str()), c.out) << Narrow(c.in);
-  }
 }
 
 }  // namespace

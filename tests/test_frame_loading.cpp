@@ -38,25 +38,17 @@ struct Layout {
   std::wstring dir;
 };
 
-struct Loaded {
-  HMODULE library = nullptr;
-  std::wstring resourcePath;  // empty when no resource library was loaded
-};
-
-// Loads the copy, reads what it chose, and unloads it again.
-Loaded LoadAndInspect(const std::wstring &library) {
-  Loaded r;
-  r.library = LoadLibraryW(library.c_str());
-  if (!r.library) return r;
+// Loads the copy and unloads it again: the path of the resource library it
+// chose, "" for none, "not loaded" when the copy did not load.
+std::wstring LoadAndInspect(const std::wstring &library) {
+  HMODULE lib = LoadLibraryW(library.c_str());
+  if (!lib) return L"not loaded";
   auto getRes = reinterpret_cast<HMODULE(WINAPI *)()>(
-      reinterpret_cast<void *>(GetProcAddress(r.library, "Tavona_GetResourceModule")));
-  if (HMODULE res = getRes ? getRes() : nullptr) {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(res, path, MAX_PATH);
-    r.resourcePath = path;
-  }
-  FreeLibrary(r.library);
-  return r;
+      reinterpret_cast<void *>(GetProcAddress(lib, "Tavona_GetResourceModule")));
+  wchar_t path[MAX_PATH] = {};
+  if (HMODULE res = getRes ? getRes() : nullptr) GetModuleFileNameW(res, path, MAX_PATH);
+  FreeLibrary(lib);
+  return path;
 }
 
 void SetLanguage(const wchar_t *value) {
@@ -87,9 +79,7 @@ TEST_F(LanguageFixture, ProbingOrder) {
   for (const Case &c : cases) {
     SetLanguage(c.language);
     Layout layout(c.layout);
-    Loaded r = LoadAndInspect(layout.Library());
-    ASSERT_NE(r.library, nullptr) << Narrow(c.language);
-    std::wstring path = r.resourcePath;
+    std::wstring path = LoadAndInspect(layout.Library());
     for (size_t at; (at = path.find(L"\\\\")) != std::wstring::npos;) path.erase(at, 1);
     EXPECT_EQ(path, layout.dir + c.expectedSuffix) << Narrow(c.language);
   }
@@ -100,19 +90,18 @@ TEST_F(LanguageFixture, MissingResourceLibraryShowsFatalBox) {
   SetLanguage(L"de-DE");
   Layout layout(Folders{});
   int boxes = 0;
-  Loaded r = tvui::RunModal([&] { return LoadAndInspect(layout.Library()); },
-                            [&](tvui::Session &s) {
-                              tvui::Box box = s.WaitMessageBox(L"Fatal Error: File not found");
-                              ++boxes;
-                              EXPECT_EQ(box.text, layout.dir + L"en\\tavona32Res.dll");
-                              EXPECT_EQ(box.icon, UINT(MB_ICONHAND));
-                              EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
-                              s.Screenshot(box.hwnd, L"frame_fatal_box");
-                              s.Answer(box, IDOK);
-                            });
+  tvui::Script script = [&](tvui::Session &s) {
+    tvui::Box box = s.WaitMessageBox(L"Fatal Error: File not found");
+    ++boxes;
+    EXPECT_EQ(box.text, layout.dir + L"en\\tavona32Res.dll");
+    EXPECT_EQ(box.icon, UINT(MB_ICONHAND));
+    EXPECT_EQ(box.buttons, std::vector<int>{IDOK});
+    s.Screenshot(box.hwnd, L"frame_fatal_box");
+    s.Answer(box, IDOK);
+  };
+  EXPECT_EQ(tvui::RunModal([&] { return LoadAndInspect(layout.Library()); }, script), L"")
+      << "loaded, without a resource library";
   EXPECT_EQ(boxes, 1);
-  EXPECT_NE(r.library, nullptr);
-  EXPECT_TRUE(r.resourcePath.empty());
 }
 
 }  // namespace

@@ -327,7 +327,6 @@ TEST_F(Hostile, TranslationAndLists) {
       {"Tavona_GetCopyListItem",
        [](auto in, auto out, INT n) {
          for (INT index : {INT_MIN, -1, 0, 3, INT_MAX}) Tavona_GetCopyListItem(in, index, out, n);
-         Tavona_GetTotalCount(in);
        }},
       {"Tavona_GetStandardCopyList", [](auto, auto out, INT n) { Tavona_GetStandardCopyList(out, n); }},
       {"Tavona_GetPaperSizeTypeName",

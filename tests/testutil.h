@@ -90,18 +90,15 @@ class GuardedBuffer {
 // DBG_PRINTEXCEPTION_C once per line (also for the wide call, which falls
 // back to it when no debugger takes the wide one), and a vectored handler
 // sees it before anyone else.
-inline int &DebugLineCount() {
-  static int count = 0;
-  return count;
-}
+inline int g_debugLines = 0;
 inline LONG CALLBACK CountDebugLine(EXCEPTION_POINTERS *e) {
-  if (e->ExceptionRecord->ExceptionCode == DBG_PRINTEXCEPTION_C) ++DebugLineCount();
+  if (e->ExceptionRecord->ExceptionCode == DBG_PRINTEXCEPTION_C) ++g_debugLines;
   return EXCEPTION_CONTINUE_SEARCH;
 }
 inline int DebugLines() {
   static PVOID handler = AddVectoredExceptionHandler(1, CountDebugLine);
   (void)handler;
-  return DebugLineCount();
+  return g_debugLines;
 }
 
 // The folder of the test program, with its trailing backslash.

@@ -30,8 +30,7 @@ using Clock = std::chrono::steady_clock;
 constexpr Ms kPoll{10};
 constexpr DWORD kSendTimeoutMs = 5000;
 
-std::string Utf8(std::wstring_view w) {
-  if (w.empty()) return {};
+std::string Utf8(std::wstring_view w) {  // "" for an empty text: both calls fail
   int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), int(w.size()), nullptr, 0, nullptr, nullptr);
   std::string s(size_t(n), '\0');
   WideCharToMultiByte(CP_UTF8, 0, w.data(), int(w.size()), s.data(), n, nullptr, nullptr);
