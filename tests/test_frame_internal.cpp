@@ -1,12 +1,12 @@
 // The frame's portable internals on the host: message composition, routing
-// of reports, allocation failures and the key prefix of translated texts.
+// of reports and allocation failures (the key prefix of translated texts:
+// test_lts).
 #include "frame/alloc.h"
 #include "frame/globals.h"
 #include "frame/host/hostplat.h"
 #include "frame/report.h"
 #include "frame/reportcore.h"
 #include "testutil.h"
-#include "frame/lts.h"
 #include "tvres.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <vector>
 
 using tv::plat::host::SetResString;
 
@@ -64,6 +63,7 @@ TEST_F(ReportFixture, StylePrefixChoosesIconAndButtons) {
       {u"   Plain", 0, u"Plain"},            {u"!YN    Many spaces", MB_ICONEXCLAMATION | MB_YESNO, u"Many spaces"},
       {u"OC", MB_OKCANCEL, u""},             // a text without any space is all prefix
       {u"((KEY))?YN Keyed", MB_ICONQUESTION | MB_YESNO, u"Keyed"},
+      {nullptr, 0, u""},  // no template: task-modal, empty text
   };
   for (const Case &c : cases) {
     SetResString(kMsg, c.tmpl);
@@ -75,14 +75,9 @@ TEST_F(ReportFixture, StylePrefixChoosesIconAndButtons) {
   }
 }
 
-TEST_F(ReportFixture, ComposeEdgeCases) {
-  WCHAR out[8] = u"xxxxxxx";
+// A text longer than the limit is cut there.
+TEST_F(ReportFixture, ComposeCutsAtTheLimit) {
   const WCHAR *args[5] = {};
-  // missing template: task-modal, empty text
-  SetResString(kMsg, nullptr);
-  EXPECT_EQ(tv::ComposeMessageText(nullptr, u"M", kMsg, args, out, 8), UINT(MB_TASKMODAL));
-  EXPECT_EQ(out[0], 0);
-  // a text longer than the limit is cut there
   SetResString(kMsg, u"O 0123456789");
   GuardedBuffer<WCHAR> small(8);
   tv::ComposeMessageText(nullptr, u"M", kMsg, args, small.data(), 8);
@@ -111,11 +106,12 @@ TEST_F(ReportFixture, TemplateFormatting) {
   }
 }
 
-TEST_F(ReportFixture, RoutingOrder) {
+// Modes other than 1 and 2 display, the caption's key prefix stripped (the
+// display of the shipped texts and the callback coming first: test_messagebox).
+TEST_F(ReportFixture, UnknownModesDisplay) {
   SetResString(kMsg, u"!O File %s is gone");
   SetResString(IDS_CAPTION_ERROR, u"((CAP))Caption");
-
-  // display: caption translated, style from the prefix
+  Tavona_SetErrorHandlingMode(7);
   int before = tv::plat::host::LastMessage().count;
   EXPECT_EQ(tv::ReportError(kMsg, u"x.txt"), IDOK);
   const auto &m = tv::plat::host::LastMessage();
@@ -123,17 +119,6 @@ TEST_F(ReportFixture, RoutingOrder) {
   EXPECT_EQ(m.caption, u"Caption");
   EXPECT_EQ(m.text, u"File x.txt is gone");
   EXPECT_EQ(m.style, UINT(MB_TASKMODAL | MB_ICONEXCLAMATION | MB_OK));
-
-  // a callback comes before every mode
-  Tavona_SetErrorHandlerCallback(RecordingCallback);
-  EXPECT_EQ(tv::ReportError(kMsg, u"y.txt"), 77);
-  EXPECT_EQ(lastCallbackText, u"File y.txt is gone");
-
-  // unknown modes display
-  Tavona_SetErrorHandlerCallback(nullptr);
-  Tavona_SetErrorHandlingMode(7);
-  EXPECT_EQ(tv::ReportError(kMsg, u"z"), IDOK);
-  EXPECT_EQ(tv::plat::host::LastMessage().count, before + 2);
 }
 
 TEST_F(ReportFixture, LogModeAppendsUtf16Lines) {
@@ -146,10 +131,9 @@ TEST_F(ReportFixture, LogModeAppendsUtf16Lines) {
   EXPECT_EQ(tv::ReportError(kMsg, u"a"), 1);
   EXPECT_EQ(tv::ReportError(kMsg, u"\u00e4"), 1);
   std::ifstream f(path, std::ios::binary);
-  std::vector<unsigned char> bytes((std::istreambuf_iterator<char>(f)), {});
+  std::string bytes((std::istreambuf_iterator<char>(f)), {});
   std::u16string want = u"Lost a\r\nLost \u00e4\r\n";
-  EXPECT_EQ(bytes, std::vector<unsigned char>(reinterpret_cast<const unsigned char *>(want.data()),
-                                              reinterpret_cast<const unsigned char *>(want.data() + want.size())));
+  EXPECT_EQ(bytes, std::string(reinterpret_cast<const char *>(want.data()), want.size() * 2));
 
   // no log file: 2
   Tavona_SetErrorLogFile(u"");
@@ -179,32 +163,6 @@ TEST_F(ReportFixture, AllocationFailuresReport1300) {
   // byte sizes beyond 32 bits fail like an exhausted heap
   EXPECT_EQ(tv::AllocWideChars(0x80000000u), nullptr);
   EXPECT_EQ(callbackCount, 2);
-}
-
-TEST(KeyPrefix, StrippedOnlyWhenComplete) {
-  struct Case {
-    const char16_t *in, *out;
-  } cases[] = {
-      // (The loaders' cases are in test_lts.)
-      {u"x((A))y", u"x((A))y"}, {u"((A))", u""}, {u"((", u"(("}, {u"((A))B))C", u"B))C"},
-  };
-  for (const Case &c : cases) {
-    std::u16string buf(c.in);
-    buf.push_back(0);
-    tv::StripKeyPrefix(buf.data());
-    EXPECT_EQ(std::u16string(buf.c_str()), c.out) << Narrow(c.in);
-  }
-}
-
-TEST(Accessors, ModuleNameAndLanguageCode) {
-  tv::InitSecondGlobals();
-  WCHAR buf[10];
-  Tavona_GetLtsModuleName(buf, 10);
-  EXPECT_EQ(std::u16string(buf), u"TAVONADLL");
-  // The copy never shortens: five characters are too few for the name.
-  WCHAR small[5] = u"abcd";
-  Tavona_GetLtsModuleName(small, 5);
-  EXPECT_EQ(small[0], 0);
 }
 
 }  // namespace

@@ -26,19 +26,13 @@ namespace {
 using Buffer = GuardedBuffer<WCHAR>;
 using Call = std::function<void(const WCHAR *input, WCHAR *out, INT size)>;
 
-enum Quirk : unsigned {
-  kNone = 0,
-  kMayStayUnterminated = 1,  // deliberately leaves a field cut to the size unterminated
-};
-
 struct Row {
   const char *name;
   Call call;
-  unsigned quirks = kNone;
+  bool mayStayUnterminated = false;  // a field cut to the size deliberately stays so
 };
 
 constexpr INT kHuge = 1 << 19;  // a real buffer larger than the longest input
-constexpr auto kSecond = std::chrono::seconds(1);
 
 // What is being called, for the crash report of the filter below.
 char g_current[200] = "";
@@ -51,15 +45,15 @@ LONG WINAPI ReportCrash(EXCEPTION_POINTERS *e) {
 
 // Inputs every row is given: none, empty, short, a typical mix of the
 // characters that routines look at, and a long text.
-const std::vector<std::wstring> &Texts() {
-  static const std::vector<std::wstring> texts = [] {
-    std::wstring mixed = L"C:\\dir.v2\\na me.txt;\"quoted;field\"\t12345=%s%d%2147483647s\\n ";
-    std::wstring huge;
-    while (huge.size() < 300000) huge += mixed;
-    huge.resize(300000);
-    return std::vector<std::wstring>{L"", L"a", mixed, huge};
+std::vector<const WCHAR *> AllInputs() {
+  static const std::wstring mixed =
+      L"C:\\dir.v2\\na me.txt;\"quoted;field\"\t12345=%s%d%2147483647s\\n ";
+  static const std::wstring huge = [] {
+    std::wstring h;
+    while (h.size() < 300000) h += mixed;
+    return h.substr(0, 300000);
   }();
-  return texts;
+  return {nullptr, L"", L"a", mixed.c_str(), huge.c_str()};
 }
 
 std::string Describe(const char *name, const WCHAR *input, INT size) {
@@ -75,27 +69,13 @@ void Check(const Row &row, const WCHAR *input, INT size) {
   Buffer b(size, L"");
   auto start = std::chrono::steady_clock::now();
   row.call(input, b.data(), size);
-  auto took = std::chrono::steady_clock::now() - start;
+  auto took = std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now() - start);
   EXPECT_TRUE(b.Intact()) << what << ": written past the size";
-  if (b.Touched() && !(row.quirks & kMayStayUnterminated)) {
+  if (b.Touched() && !row.mayStayUnterminated) {
     EXPECT_TRUE(b.Terminated()) << what << ": left unterminated";
   }
-  EXPECT_LT(took, kSecond) << what << ": took "
-                           << std::chrono::duration_cast<std::chrono::milliseconds>(took).count()
-                           << " ms";
-}
-
-// The size the result for input needs, terminator included.
-INT ExactSize(const Row &row, const WCHAR *input, INT huge) {
-  Buffer b(huge, L"");
-  row.call(input, b.data(), huge);
-  return static_cast<INT>(b.Text().size()) + 1;
-}
-
-std::vector<const WCHAR *> AllInputs() {
-  std::vector<const WCHAR *> inputs = {nullptr};
-  for (const std::wstring &t : Texts()) inputs.push_back(t.c_str());
-  return inputs;
+  EXPECT_LT(took.count(), 1000) << what << ": milliseconds taken";
 }
 
 // huge: the largest real buffer tried; families with short results may
@@ -104,7 +84,9 @@ void ExpectHolds(const std::vector<Row> &rows,
                  const std::vector<const WCHAR *> &inputs = AllInputs(), INT huge = kHuge) {
   for (const Row &row : rows) {
     for (const WCHAR *input : inputs) {
-      INT exact = ExactSize(row, input, huge);
+      Buffer b(huge, L"");  // for the size the result needs, terminator included
+      row.call(input, b.data(), huge);
+      INT exact = static_cast<INT>(b.Text().size()) + 1;
       for (INT size : {INT_MIN, -1, 0, 1, exact - 1, exact, huge}) Check(row, input, size);
       std::snprintf(g_current, sizeof g_current, "%s", Describe(row.name, input, -2).c_str());
       for (INT size : {INT_MIN, 0, exact, huge}) row.call(input, nullptr, size);  // null buffer
@@ -113,12 +95,19 @@ void ExpectHolds(const std::vector<Row> &rows,
   g_current[0] = 0;
 }
 
-// Routines that work in the caller's buffer take the input there first.
+// Routines that work in the caller's buffer take the input there first
+// (Seeded: a row that takes nothing else).
 void Seed(WCHAR *out, INT size, const WCHAR *input) {
   if (!out || size < 1) return;
   INT n = 0;
   for (; input && input[n] && n < size - 1; ++n) out[n] = input[n];
   out[n] = 0;
+}
+Call Seeded(void (*work)(WCHAR *out, INT size)) {
+  return [work](const WCHAR *in, WCHAR *out, INT n) {
+    Seed(out, n, in);
+    work(out, n);
+  };
 }
 
 class Hostile : public ::testing::Test {
@@ -141,17 +130,14 @@ TEST_F(Hostile, Strings) {
          TavonaAppendString(out, in, n);
        }},
       {"Tavona_Replace",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_Replace(out, n, L"a", L"xyz", 0);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_Replace(out, n, L"a", L"xyz", 0); })},
       {"Tavona_ScanString",
        [](auto in, auto out, INT n) {
          const WCHAR *cursor = in;
          while (Tavona_ScanString(&cursor, out, n, ';') > 0 || (cursor && *cursor)) {
          }
        },
-       kMayStayUnterminated},
+       true},
       {"Tavona_ExtractFirstDigitString",
        [](auto in, auto out, INT n) { Tavona_ExtractFirstDigitString(in, 1, L"", L"", out, n); }},
       {"Tavona_EncodeString",
@@ -180,11 +166,9 @@ TEST_F(Hostile, ListsAndDescriptors) {
          Seed(out, n, L"a=1");
          DescriptorAddStringItem(out, static_cast<UINT>(n), L"name", in);
        }},
-      {"DescriptorAddLongItem",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
+      {"DescriptorAddLongItem", Seeded([](WCHAR *out, INT n) {
          DescriptorAddLongItem(out, static_cast<UINT>(n), L"name", INT_MIN);
-       }},
+       })},
       {"DescriptorGetStringItem",
        [](auto in, auto out, INT n) { DescriptorGetStringItem(in, L"dir.v2\\na me.txt;\"quoted;field\"\t12345", L"d", out, n); }},
   });
@@ -210,20 +194,11 @@ TEST_F(Hostile, FileNames) {
       {"Tavona_Assemble_FileName",
        [](auto in, auto out, INT n) { Tavona_Assemble_FileName(out, in, L"name", L"ext", n); }},
       {"Tavona_AddPath",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_AddPath(out, n, L"D:\\base", 0, nullptr);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_AddPath(out, n, L"D:\\base", 0, nullptr); })},
       {"Tavona_AddPath [MODULEPATH]",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_AddPath(out, n, L"[modulepath]", 0, nullptr);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_AddPath(out, n, L"[modulepath]", 0, nullptr); })},
       {"Tavona_ConvertFilenameToWildcard",
-       [](auto in, auto out, INT n) {
-         Seed(out, n, in);
-         Tavona_ConvertFilenameToWildcard(out, n);
-       }},
+       Seeded([](WCHAR *out, INT n) { Tavona_ConvertFilenameToWildcard(out, n); })},
       {"Tavona_GetExtension", [](auto in, auto out, INT n) { Tavona_GetExtension(in, out, n); }},
       {"Tavona_GetProfileName",
        [](auto, auto out, INT n) { Tavona_GetProfileName(nullptr, out, n); }},
@@ -273,39 +248,6 @@ TEST_F(Hostile, FrameAndSettings) {
   });
 }
 
-// Message templates of this program's string table (test_hostile.rc) with
-// arguments of every length, through the application's callback.
-std::wstring g_message;
-INT WINAPI KeepMessage(const WCHAR *text) {
-  g_message = text ? text : L"<null>";
-  return 1;
-}
-
-TEST_F(Hostile, MessageTemplates) {
-  Tavona_SetErrorHandlerCallback(KeepMessage);
-  for (UINT id = 100; id <= 103; ++id) {
-    for (const std::wstring &arg : Texts()) {
-      MessageBoxRequest r = {};
-      r.module = GetModuleHandleW(nullptr);
-      r.messageId = id;
-      r.args[0] = arg.c_str();
-      r.args[1] = L"B";
-      std::string what = "template " + std::to_string(id) + " argument of " +
-                         std::to_string(arg.size()) + " characters";
-      std::snprintf(g_current, sizeof g_current, "%s", what.c_str());
-      auto start = std::chrono::steady_clock::now();
-      EXPECT_EQ(Tavona_Message_Box(&r), 1) << what;
-      EXPECT_LT(std::chrono::steady_clock::now() - start, kSecond) << what;
-      EXPECT_LT(g_message.size(), 1024u) << what;
-      // The head of a template always shows, whatever the arguments.
-      if (id == 101) {
-        EXPECT_EQ(g_message.rfind(L"Cannot copy ", 0), 0u) << what;
-      }
-    }
-  }
-  Tavona_SetErrorHandlerCallback(nullptr);
-}
-
 // Boxes of every kind, a window of another class, a destroyed window and
 // null, named by indices from INT_MIN to INT_MAX.
 TEST_F(Hostile, Boxes) {
@@ -345,7 +287,7 @@ TEST_F(Hostile, Boxes) {
     wchar_t cls[64] = L"null";
     if (box) GetClassNameW(box, cls, 64);
     for (INT index : {INT_MIN, -2, -1, 0, 3, 4, 5, INT_MAX}) {
-      std::string where = Narrow(cls) + " index " + std::to_string(index) + ": ";
+      SCOPED_TRACE(Narrow(cls) + " index " + std::to_string(index));
       ExpectHolds({
           {"Tavona_GetBoxEntry",
            [&](auto, auto out, INT n) { Tavona_GetBoxEntry(box, index, out, n); }},
@@ -362,10 +304,7 @@ TEST_F(Hostile, Boxes) {
              Tavona_MoveBoxEntry(box, index, 2);
            }},
       }, {nullptr, L"beta", longText.c_str()}, 4096);
-      if (HasFailure()) {
-        ADD_FAILURE() << where << "see above";
-        break;
-      }
+      if (HasFailure()) break;
     }
   }
   DestroyWindow(parent);
@@ -388,7 +327,6 @@ TEST_F(Hostile, TranslationAndLists) {
       {"Tavona_GetCopyListItem",
        [](auto in, auto out, INT n) {
          for (INT index : {INT_MIN, -1, 0, 3, INT_MAX}) Tavona_GetCopyListItem(in, index, out, n);
-         Tavona_GetTotalCount(in);
        }},
       {"Tavona_GetStandardCopyList", [](auto, auto out, INT n) { Tavona_GetStandardCopyList(out, n); }},
       {"Tavona_GetPaperSizeTypeName",

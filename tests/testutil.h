@@ -62,26 +62,20 @@ class GuardedBuffer {
   int size() const { return size_; }
   // Nothing was written past the size.
   bool Intact() const {
-    for (size_t i = size_; i < units_.size(); ++i)
-      if (units_[i] != kFill) return false;
-    return true;
+    return std::all_of(units_.begin() + size_, units_.end(), [](Ch c) { return c == kFill; });
   }
   // Something within the size differs from how the buffer started.
   bool Touched() const { return !std::equal(before_.begin(), before_.end(), units_.begin()); }
   // A zero lies within the size.
-  bool Terminated() const {
-    for (int i = 0; i < size_; ++i)
-      if (!units_[i]) return true;
-    return false;
-  }
+  bool Terminated() const { return End() < size_; }
   // The text up to the first zero within the size (all of it without one).
-  std::basic_string<Ch> Text() const {
-    int n = 0;
-    while (n < size_ && units_[n]) ++n;
-    return std::basic_string<Ch>(units_.data(), n);
-  }
+  std::basic_string<Ch> Text() const { return std::basic_string<Ch>(units_.data(), End()); }
 
  private:
+  // Where the first zero within the size is, or the size without one.
+  int End() const {
+    return int(std::find(units_.begin(), units_.begin() + size_, Ch(0)) - units_.begin());
+  }
   int size_;
   std::vector<Ch> units_;
   std::vector<Ch> before_;
@@ -90,22 +84,21 @@ class GuardedBuffer {
 #ifdef _WIN32
 #include <windows.h>
 
+#include <filesystem>
+
 // Lines written to the debugger output so far: OutputDebugString raises
 // DBG_PRINTEXCEPTION_C once per line (also for the wide call, which falls
 // back to it when no debugger takes the wide one), and a vectored handler
 // sees it before anyone else.
-inline int &DebugLineCount() {
-  static int count = 0;
-  return count;
-}
+inline int g_debugLines = 0;
 inline LONG CALLBACK CountDebugLine(EXCEPTION_POINTERS *e) {
-  if (e->ExceptionRecord->ExceptionCode == DBG_PRINTEXCEPTION_C) ++DebugLineCount();
+  if (e->ExceptionRecord->ExceptionCode == DBG_PRINTEXCEPTION_C) ++g_debugLines;
   return EXCEPTION_CONTINUE_SEARCH;
 }
 inline int DebugLines() {
   static PVOID handler = AddVectoredExceptionHandler(1, CountDebugLine);
   (void)handler;
-  return DebugLineCount();
+  return g_debugLines;
 }
 
 // The folder of the test program, with its trailing backslash.
@@ -153,25 +146,13 @@ inline DWORD RunInGerman(const wchar_t *filter, DWORD timeoutMs = 120000) {
 
 // Removes a directory tree, read-only and system entries too.
 inline void RemoveTree(const std::wstring &dir) {
-  WIN32_FIND_DATAW fd;
-  HANDLE h = FindFirstFileW((dir + L"\\*").c_str(), &fd);
-  if (h != INVALID_HANDLE_VALUE) {
-    do {
-      std::wstring name = fd.cFileName, path = dir + L"\\" + name;
-      if (name == L"." || name == L"..") continue;
-      SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-      if (fd.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-        RemoveTree(path);
-      else
-        DeleteFileW(path.c_str());
-    } while (FindNextFileW(h, &fd));
-    FindClose(h);
-  }
+  namespace fs = std::filesystem;
+  std::error_code e;
+  for (fs::recursive_directory_iterator it(dir, e), end; !e && it != end; it.increment(e))
+    SetFileAttributesW(it->path().c_str(), FILE_ATTRIBUTE_NORMAL);
   SetFileAttributesW(dir.c_str(), FILE_ATTRIBUTE_NORMAL);
-  RemoveDirectoryW(dir.c_str());
+  fs::remove_all(dir, e);
 }
-
-// The German run of a test (a child started by RunInLanguage(L"de", ...)).
 
 // What the error reporter sent to the application's callback: install
 // CaptureReports with Tavona_SetErrorHandlerCallback. Each report is

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <thread>
@@ -29,8 +30,7 @@ using Clock = std::chrono::steady_clock;
 constexpr Ms kPoll{10};
 constexpr DWORD kSendTimeoutMs = 5000;
 
-std::string Utf8(std::wstring_view w) {
-  if (w.empty()) return {};
+std::string Utf8(std::wstring_view w) {  // "" for an empty text: both calls fail
   int n = WideCharToMultiByte(CP_UTF8, 0, w.data(), int(w.size()), nullptr, 0, nullptr, nullptr);
   std::string s(size_t(n), '\0');
   WideCharToMultiByte(CP_UTF8, 0, w.data(), int(w.size()), s.data(), n, nullptr, nullptr);
@@ -54,11 +54,7 @@ std::wstring ClassOf(HWND hwnd) {
 bool IsDialog(HWND hwnd) { return ClassOf(hwnd) == L"#32770"; }
 
 std::string Describe(HWND hwnd) {
-  if (!IsWindow(hwnd)) {
-    char buf[40];
-    std::snprintf(buf, sizeof buf, "window %p (gone)", static_cast<void *>(hwnd));
-    return buf;
-  }
+  if (!IsWindow(hwnd)) return "a window that is gone";
   return "\"" + Utf8(Caption(hwnd)) + "\" (" + Utf8(ClassOf(hwnd)) + ")";
 }
 
@@ -80,25 +76,28 @@ bool SendTimed(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, LRESULT *result) {
   return ok;
 }
 
+// All top-level windows (parent null) or all descendants of parent.
+std::vector<HWND> Windows(HWND parent) {
+  std::vector<HWND> all;
+  WNDENUMPROC add = [](HWND h, LPARAM lp) -> BOOL {
+    reinterpret_cast<std::vector<HWND> *>(lp)->push_back(h);
+    return TRUE;
+  };
+  parent ? EnumChildWindows(parent, add, LPARAM(&all)) : EnumWindows(add, LPARAM(&all));
+  return all;
+}
+
 // Visible top-level windows of this process, but not of the driver thread,
 // that are not in the given set.
 std::vector<HWND> NewWindows(const Run &run, const std::set<HWND> &seen) {
-  struct Ctx {
-    DWORD pid, driver;
-    const std::set<HWND> *seen;
-    std::vector<HWND> found;
-  } ctx{run.pid, run.driver_tid, &seen, {}};
-  EnumWindows(
-      [](HWND h, LPARAM lp) -> BOOL {
-        auto *c = reinterpret_cast<Ctx *>(lp);
-        DWORD pid = 0;
-        DWORD tid = GetWindowThreadProcessId(h, &pid);
-        if (pid == c->pid && tid != c->driver && IsWindowVisible(h) && !c->seen->count(h))
-          c->found.push_back(h);
-        return TRUE;
-      },
-      LPARAM(&ctx));
-  return ctx.found;
+  std::vector<HWND> found;
+  for (HWND h : Windows(nullptr)) {
+    DWORD pid = 0;
+    DWORD tid = GetWindowThreadProcessId(h, &pid);
+    if (pid == run.pid && tid != run.driver_tid && IsWindowVisible(h) && !seen.count(h))
+      found.push_back(h);
+  }
+  return found;
 }
 
 // Loaded once, before any call runs: in Wine, loading a resource takes the
@@ -146,14 +145,8 @@ void RepaintAndSettle(HWND hwnd) {
   RedrawWindow(hwnd, nullptr, nullptr, flags);
   auto pending = [hwnd] {
     bool any = GetUpdateRect(hwnd, nullptr, FALSE);
-    EnumChildWindows(
-        hwnd,
-        [](HWND c, LPARAM lp) -> BOOL {
-          if (IsWindowVisible(c) && GetUpdateRect(c, nullptr, FALSE))
-            *reinterpret_cast<bool *>(lp) = true;
-          return TRUE;
-        },
-        LPARAM(&any));
+    for (HWND c : Windows(hwnd))
+      if (IsWindowVisible(c) && GetUpdateRect(c, nullptr, FALSE)) any = true;
     return any;
   };
   auto deadline = Clock::now() + Ms(2000);
@@ -165,9 +158,8 @@ std::wstring ScreenshotDir() {
   wchar_t buf[MAX_PATH];
   DWORD n = GetEnvironmentVariableW(L"TAVONA_SCREENSHOT_DIR", buf, MAX_PATH);
   std::wstring dir = (n > 0 && n < MAX_PATH) ? std::wstring(buf, n) : L".\\screenshots";
-  for (size_t i = 1; i <= dir.size(); ++i)
-    if (i == dir.size() || dir[i] == L'\\' || dir[i] == L'/')
-      CreateDirectoryW(dir.substr(0, i).c_str(), nullptr);
+  std::error_code ignored;
+  std::filesystem::create_directories(dir, ignored);
   return dir;
 }
 
@@ -188,12 +180,7 @@ Image Capture(HWND hwnd) {
   HDC src = GetWindowDC(hwnd);
   HDC mem = CreateCompatibleDC(src);
   BITMAPINFO bi{};
-  bi.bmiHeader.biSize = sizeof(bi.bmiHeader);
-  bi.bmiHeader.biWidth = w;
-  bi.bmiHeader.biHeight = -h;  // top-down
-  bi.bmiHeader.biPlanes = 1;
-  bi.bmiHeader.biBitCount = 32;
-  bi.bmiHeader.biCompression = BI_RGB;
+  bi.bmiHeader = {sizeof(bi.bmiHeader), w, -h /* top-down */, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
   void *bits = nullptr;
   HBITMAP bmp = CreateDIBSection(mem, &bi, DIB_RGB_COLORS, &bits, nullptr, 0);
   if (bmp && bits) {
@@ -333,17 +320,7 @@ HWND Session::Item(HWND dlg, int id, Where w) {
   return h;
 }
 
-std::vector<HWND> Session::Children(HWND parent) {
-  std::vector<HWND> all;
-  EnumChildWindows(
-      parent,
-      [](HWND c, LPARAM lp) -> BOOL {
-        reinterpret_cast<std::vector<HWND> *>(lp)->push_back(c);
-        return TRUE;
-      },
-      LPARAM(&all));
-  return all;
-}
+std::vector<HWND> Session::Children(HWND parent) { return Windows(parent); }
 
 LRESULT Session::Send(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, Where w) {
   LRESULT r = 0;
@@ -451,10 +428,8 @@ void Session::Select(HWND dlg, int id, std::wstring_view item, Where w) {
   LRESULT i = Send(h, m->findexact, WPARAM(-1), LPARAM(s.c_str()), w);
   if (i < 0) {
     std::string all;
-    for (auto &t : Items(dlg, id, w)) all += (all.empty() ? "\"" : ", \"") + Utf8(t) + "\"";
-    Fail("control " + std::to_string(id) + " has no item \"" + Utf8(s) + "\" (items: " + all +
-             ")",
-         w);
+    for (auto &t : Items(dlg, id, w)) all += " \"" + Utf8(t) + "\"";
+    Fail("control " + std::to_string(id) + " has no item \"" + Utf8(s) + "\"; items:" + all, w);
   }
   Select(dlg, id, int(i), w);
 }
@@ -462,11 +437,6 @@ void Session::Select(HWND dlg, int id, std::wstring_view item, Where w) {
 int Session::Selection(HWND dlg, int id, Where w) {
   auto [h, m] = List(*this, dlg, id, w);
   return int(Send(h, m->getcursel, 0, 0, w));
-}
-
-std::wstring Session::SelectedText(HWND dlg, int id, Where w) {
-  int i = Selection(dlg, id, w);
-  return i < 0 ? std::wstring() : Items(dlg, id, w).at(size_t(i));
 }
 
 std::wstring Session::Screenshot(HWND hwnd, std::wstring_view name, Where w) {
@@ -530,12 +500,7 @@ void RunModalImpl(const std::function<void()> &call, const Script &script, Ms ti
   Run run;
   run.timeout = timeout;
   StandardIcons();
-  EnumWindows(
-      [](HWND h, LPARAM lp) -> BOOL {
-        reinterpret_cast<std::set<HWND> *>(lp)->insert(h);
-        return TRUE;
-      },
-      LPARAM(&run.before));
+  for (HWND h : Windows(nullptr)) run.before.insert(h);
   run.known = run.before;
 
   std::thread driver([&] {

@@ -99,7 +99,6 @@ class Session {
   void Select(HWND dlg, int id, int index, Where w = Where::current());
   void Select(HWND dlg, int id, std::wstring_view item, Where w = Where::current());
   int Selection(HWND dlg, int id, Where w = Where::current());  // -1: none
-  std::wstring SelectedText(HWND dlg, int id, Where w = Where::current());
   std::vector<std::wstring> Items(HWND dlg, int id, Where w = Where::current());
 
   // SendMessage to a window of the call's thread, failing after the timeout.
