@@ -1,5 +1,6 @@
-// Tab pages, the edit hooks and bitmaps from real BMP files (the popup
-// window: the button bar's hover test).
+// Tab pages, the edit hooks, bitmaps from real BMP files and picture info
+// through the conversion library's stand-ins (the popup window: the button
+// bar's hover test).
 #include <tavona/tavona32.h>
 
 #include <commctrl.h>
@@ -14,6 +15,7 @@
 #include "frame/globals.h"
 #include "frame/wndclasses.h"
 #include "testutil.h"
+#include "tvres.h"
 #include "uidriver.h"
 
 namespace {
@@ -211,6 +213,44 @@ TEST_F(SmallWindows, BitmapFilesAndConversions) {
     DeleteFileW(path.c_str());
   }
   EXPECT_FALSE(Tavona_LoadBitmapFromFile(L"C:\\no\\such.bmp"));
+}
+
+// The conversion library is loaded once and kept: missing, without its
+// entry (both reported with their own message) and the stand-in that
+// answers "kv32:" and the name, cut to the buffer's bytes.
+TEST_F(SmallWindows, PictureInfoThroughTheConversionLibrary) {
+  auto install = [](const wchar_t *variant) {
+    if (tv::g.pictureModule) FreeLibrary(tv::g.pictureModule);
+    tv::g.pictureModule = nullptr;
+    DeleteFileW((BinDir() + L"kv32.dll").c_str());
+    if (variant) {
+      ASSERT_TRUE(CopyFileW((BinDir() + variant + L"\\kv32.dll").c_str(),
+                            (BinDir() + L"kv32.dll").c_str(), FALSE));
+    }
+  };
+  struct Row { const wchar_t *variant, *file; int size, rc; UINT report; const wchar_t *info; };
+  const Row rows[] = {{nullptr, L"photo.jpg", 128, -1, IDS_ERR_PICTURE_LIBRARY, nullptr},
+                      {L"kv32_noentry", L"photo.jpg", 128, -1, IDS_ERR_PICTURE_INFO, nullptr},
+                      {L"kv32_full", L"photo.jpg", 128, 7, 0, L"kv32:photo.jpg"},
+                      {nullptr, L"b.png", 12, 7, 0, L"kv32:"},  // kept loaded
+                      {nullptr, L" ", 128, -1, 0, nullptr}};
+  for (const Row &r : rows) {
+    if (r.variant || r.report == IDS_ERR_PICTURE_LIBRARY) install(r.variant);
+    wchar_t info[64] = L"?";
+    g_capturedReports.clear();
+    EXPECT_EQ(Tavona_PicConv_GetInfo(r.file, info, r.size), r.rc) << Narrow(r.file);
+    if (r.info) {
+      EXPECT_STREQ(info, r.info);
+    }
+    wchar_t text[300] = {};
+    if (r.report) LoadStringW(tv::g.resources, r.report, text, 300);
+    EXPECT_EQ(g_capturedReports.size(), r.report ? 1u : 0u) << Narrow(r.file);
+    if (r.report && !g_capturedReports.empty()) {
+      EXPECT_NE(g_capturedReports[0].find(std::wstring(text).substr(7, 14)), std::wstring::npos)
+          << Narrow(g_capturedReports[0]);
+    }
+  }
+  install(nullptr);
 }
 
 }  // namespace
