@@ -1,5 +1,5 @@
-// The settings store against the real registry and real profile files, the
-// box helpers it fills, and the colour chooser driven through its dialog.
+// The settings store against the real registry and real profile files, and
+// the colour chooser driven through its dialog.
 #include <tavona/tavona32.h>
 
 #include <colordlg.h>
@@ -53,7 +53,6 @@ TEST_F(Settings, StringReadHalfCapacityAndDefaults) {
       {kUser, L"S", L"v30", L"def", 62, std::wstring(30, 'x')},
       {kUser, L"S", L"missing", L"def", 50, L"def"}, {kUser, L"S", L"missing", nullptr, 50, L""},
       {kUser, nullptr, L"top", L"def", 50, L"no section"},
-      {kUser, L"", L"top", L"def", 50, L"no section"},
   };
   for (const Row &r : rows)
     EXPECT_EQ(ReadText(r.root, nullptr, r.section, r.value, r.def, r.size), r.expected)
@@ -62,35 +61,6 @@ TEST_F(Settings, StringReadHalfCapacityAndDefaults) {
   wchar_t same[50] = L"same";
   Tavona_ReadStringFromRegistry(kUser, kKey, nullptr, L"S", L"v30", same, same, 50);
   EXPECT_STREQ(same, L"same");
-}
-
-TEST_F(Settings, TypedValuesAsText) {
-  Tavona_WriteHexToRegistry(kUser, kKey, nullptr, nullptr, L"hex", 255);
-  Tavona_WriteColorToRegistry(kUser, kKey, nullptr, nullptr, L"color", RGB(10, 20, 30));
-  Tavona_WriteLongToRegistry(kUser, kKey, nullptr, nullptr, L"long", -42);
-  Tavona_WriteBitToRegistry(kUser, kKey, nullptr, nullptr, L"bitOn", 4, 6);
-  Tavona_WriteBitToRegistry(kUser, kKey, nullptr, nullptr, L"bitOff", 4, 3);
-  struct Written { const wchar_t *value, *text; };
-  for (Written w : {Written{L"hex", L"0x000000FF"}, Written{L"color", L"10,20,30"},
-                    Written{L"long", L"-42"}, Written{L"bitOn", L"1"}, Written{L"bitOff", L"0"}})
-    EXPECT_EQ(RawValue(kKey, w.value), w.text) << Narrow(w.value);
-
-  // Each stored text through each reader; an absent value gives the defaults.
-  struct Row { const wchar_t *text; LONG asLong; DWORD asHex; COLORREF asColor; };
-  const Row rows[] = {
-      {L"0x000000FF", 0, 255, RGB(0, 0, 0)}, {L"0XaB", 0, 0xAB, RGB(0, 0, 0)},
-      {L"  -17xyz", -17, 0, RGB(0, 0, 0)}, {L"10,20", 10, 0, RGB(10, 20, 0)},
-      {L"300,-1,256", 300, 0, RGB(44, 255, 0)}, {nullptr, 7, 0x77, RGB(1, 2, 3)},
-  };
-  for (const Row &r : rows) {
-    RegDeleteKeyValueW(kUser, kKey, L"t");
-    if (r.text) Tavona_WriteStringToHKCU(kKey, nullptr, L"t", r.text);
-    std::string in = r.text ? Narrow(r.text) : "(absent)";
-    EXPECT_EQ(Tavona_ReadLongFromRegistry(kUser, kKey, nullptr, nullptr, L"t", 7), r.asLong) << in;
-    EXPECT_EQ(Tavona_ReadHexFromRegistry(kUser, kKey, nullptr, nullptr, L"t", 0x77), r.asHex) << in;
-    EXPECT_EQ(Tavona_ReadColorFromRegistry(kUser, kKey, nullptr, nullptr, L"t", RGB(1, 2, 3)), r.asColor)
-        << in;
-  }
 }
 
 TEST_F(Settings, BitReadSetsOrClearsTheMask) {
@@ -151,7 +121,7 @@ TEST_F(Settings, ProfileFileStore) {
 
 // Profile file names longer than the platform takes are refused before they
 // reach it (wine's profile functions overrun their own buffers on them).
-TEST_F(Settings, OverlongProfileNamesAreRefused) {
+TEST_F(Settings, OverlongNamesAreRefused) {
   for (const std::wstring &file : {std::wstring(1000, 'p'), L"C:\\" + std::wstring(1000, 'p'),
                                    std::wstring(300, 'q') + L".ini"}) {
     std::string what = std::to_string(file.size()) + " characters";
@@ -164,55 +134,10 @@ TEST_F(Settings, OverlongProfileNamesAreRefused) {
     EXPECT_EQ(Tavona_IsRegistryKeyAvailable(nullptr, nullptr, file.c_str(), L"S"), 0) << what;
     Tavona_DeleteRegistryKey(nullptr, nullptr, file.c_str(), L"S");
   }
-}
-
-TEST_F(Settings, KeyLevelOperations) {
-  wchar_t buf[100] = L"junk";
-  Tavona_WriteRegistryItems(kUser, kKey, L"A;1;B;2;");
-  EXPECT_EQ(RawValue(kKey, L"A") + RawValue(kKey, L"B"), L"12");
-  EXPECT_EQ(Tavona_CountRegistryItems(kUser, kKey), 2);
-  EXPECT_EQ(Tavona_FillLanguageBoxFromRegistry(kUser, kKey, buf, 100, '|'), 2);
-  // Enumeration order is the store's; Wine and Windows keep creation order.
-  EXPECT_STREQ(buf, L"A|1|B|2|");
-  // A pair without data is not written; data of 100 characters or more
-  // (over 200 bytes with the zero) end the enumeration.
-  Tavona_WriteRegistryItems(kUser, kKey, L"C,3,D,");
-  EXPECT_EQ(RawValue(kKey, L"C"), L"3");
-  EXPECT_EQ(RawValue(kKey, L"D"), L"<missing>");
-  Tavona_WriteStringToHKCU(kKey, nullptr, L"E", std::wstring(100, 'z').c_str());
-  Tavona_WriteStringToHKCU(kKey, nullptr, L"F", L"after");
-  EXPECT_EQ(Tavona_CountRegistryItems(kUser, kKey), 3);
-
-  // An empty key; a key with subkeys is not deleted.
-  const std::wstring sub = std::wstring(kKey) + L"\\Empty";
-  Tavona_WriteStringToHKCU(sub.c_str(), L"Child", L"x", L"1");
-  Tavona_DeleteRegistryKey(kUser, sub.c_str(), nullptr, nullptr);
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, sub.c_str(), nullptr, nullptr), 1);
-  Tavona_DeleteRegistryKey(kUser, sub.c_str(), nullptr, L"Child");
-  Tavona_DeleteRegistryKey(kUser, sub.c_str(), nullptr, nullptr);
-  EXPECT_EQ(Tavona_IsRegistryKeyAvailable(kUser, sub.c_str(), nullptr, nullptr), 0);
-  // A path of 1000 characters or more is refused, not cut to the root.
+  // A key path of 1000 characters or more is refused too, not cut to the root.
   EXPECT_EQ(Tavona_WriteStringToRegistry(kUser, std::wstring(995, 'k').c_str(), nullptr, L"Section",
                                          L"stray", L"1"), ERROR_FILENAME_EXCED_RANGE);
   EXPECT_EQ(RawValue(L"", L"stray"), L"<missing>");
-}
-
-TEST_F(Settings, SubKeyBoxes) {
-  const std::wstring missing = std::wstring(kKey) + L"\\None";
-  for (const wchar_t *cls : {L"ListBox", L"ComboBox"}) {
-    HWND box = CreateWindowW(cls, L"", WS_POPUP | LBS_SORT, 0, 0, 100, 100, nullptr, nullptr,
-                             nullptr, nullptr);
-    ASSERT_NE(box, nullptr);
-    const UINT count = cls[0] == L'L' ? LB_GETCOUNT : CB_GETCOUNT;
-    Tavona_AddBoxEntry(box, L"stale", 0, -1, 0);
-    EXPECT_EQ(Tavona_FillBoxWithRegistrySubKeys(kUser, missing.c_str(), box), ERROR_FILE_NOT_FOUND);
-    EXPECT_EQ(SendMessageW(box, count, 0, 0), 0) << Narrow(cls);
-    for (const wchar_t *s : {L"\\One", L"\\Two"})
-      Tavona_WriteStringToHKCU((kKey + std::wstring(s)).c_str(), nullptr, L"x", L"1");
-    EXPECT_EQ(Tavona_FillBoxWithRegistrySubKeys(kUser, kKey, box), 0);
-    EXPECT_EQ(SendMessageW(box, count, 0, 0), 2) << Narrow(cls);
-    DestroyWindow(box);
-  }
 }
 
 // A colour typed in and added: it comes back, and all sixteen custom colours
