@@ -1,6 +1,6 @@
-// Mail and the MAPI error boxes through the stand-ins of bin\bridges_full
-// and bin\bridges_noentry (the test runs with the native MAPI32.DLL
-// preferred to wine's own).
+// Mail, MAPI error boxes, editor libraries and the help viewer through the
+// stand-ins of bin\bridges_full and bin\bridges_noentry (the test runs with
+// the native MAPI32.DLL preferred to wine's own).
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
@@ -145,6 +145,62 @@ TEST_F(Mail, ErrorTexts) {
 TEST(MailGerman, ErrorTextsInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
   EXPECT_EQ(RunInGerman(L"Mail.ErrorTexts"), 0u);
+}
+
+// Other modes load nothing; a missing library or entry is reported by its
+// name; the full stand-ins answer and are freed after the call.
+TEST_F(Mail, Editors) {
+  auto editor = [](int mode) { return Tavona_ModalEditor(mode, 1, 2, 3, 4, 5, 6, 7); };
+  EXPECT_EQ(editor(0), 2);
+  EXPECT_EQ(editor(2), 2);
+  EXPECT_TRUE(g_capturedReports.empty());
+  struct Row { const wchar_t *variant, *editorEntry, *extensionEntry; };
+  for (const Row &r : {Row{nullptr, nullptr, nullptr},
+                       Row{L"bridges_noentry", L"Xed_ModalEditor", L"TavonaExt_EditRTF"}}) {
+    StubFolder folder(r.variant);
+    EXPECT_EQ(editor(1), 2);
+    ExpectReport({L"xeddll.dll", r.editorEntry ? r.editorEntry : L""}, __LINE__);
+    EXPECT_EQ(Tavona_EditRtf(1, 2, 3), 0);
+    ExpectReport({L"TAVONAEX.DLL", r.extensionEntry ? r.extensionEntry : L""}, __LINE__);
+    EXPECT_EQ(Tavona_IsRtfEditorAvailable(), 0);
+    EXPECT_TRUE(g_capturedReports.empty());
+  }
+  StubFolder folder(L"bridges_full");
+  EXPECT_EQ(editor(1), 140);  // 1*1 + 2*2 + ... + 7*7
+  EXPECT_EQ(Tavona_EditRtf(1, 2, 3), 123);
+  EXPECT_EQ(Tavona_IsRtfEditorAvailable(), 1);
+  EXPECT_TRUE(g_capturedReports.empty());
+  EXPECT_EQ(GetModuleHandleW(L"xeddll.dll"), nullptr) << "freed after the call";
+  EXPECT_EQ(GetModuleHandleW(L"TAVONAEX.DLL"), nullptr);
+}
+
+// The help file beside the module is opened on the topic: the desktop as
+// owner, the help-context command (15) and the context number; a missing
+// file is reported, not shown.
+TEST_F(Mail, HelpViewerCall) {
+  StubFolder folder(L"bridges_full");
+  HMODULE viewer = LoadLibraryW((BinDir() + L"bridges_full\\hhctrl.ocx").c_str());
+  ASSERT_TRUE(viewer);
+  auto last = Entry<int(WINAPI *)(HWND *, WCHAR *, UINT *, DWORD_PTR *)>(viewer, "StubHelp_Last");
+  wchar_t self[MAX_PATH];
+  GetModuleFileNameW(nullptr, self, MAX_PATH);
+  std::wstring help = self;
+  help = help.substr(0, help.rfind(L'.')) + L".chm";
+  CloseHandle(CreateFileW(help.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+  Tavona_PerformHelp(GetModuleHandleW(nullptr), 4711, 0);
+  DeleteFileW(help.c_str());
+  Tavona_PerformHelp(GetModuleHandleW(nullptr), 12, 0);
+  HWND owner = nullptr;
+  wchar_t shown[MAX_PATH] = L"";
+  UINT command = 0;
+  DWORD_PTR context = 0;
+  EXPECT_EQ(last(&owner, shown, &command, &context), 1);
+  EXPECT_EQ(owner, GetDesktopWindow());
+  EXPECT_EQ(shown, help);
+  EXPECT_EQ(command, 15u);
+  EXPECT_EQ(context, 4711u);
+  EXPECT_EQ(g_capturedReports.size(), 1u);
+  FreeLibrary(viewer);
 }
 
 }  // namespace

@@ -129,6 +129,16 @@ TEST(Crypt, AutoCrypt) {
   }
 }
 
+TEST(Hash, Values) {
+  const WCHAR zeroFold[] = {0x4C, 0x71, 0x6D, 0x98D9, 0};  // taken as 1, like the empty text
+  struct Row { const WCHAR *text; int modulus; DWORD expect; } rows[] = {
+      {TEXT(""), 0, 371293},        {TEXT(""), 1000, 293},          {TEXT(""), -5, 371293},
+      {TEXT("ab"), 0, 10793 * 13},  {TEXT("ab"), 7, 10793 * 13 % 7}, {TEXT("a"), 0, 110 * 13 * 13 * 13},
+      {zeroFold, 0, 371293}};
+  for (const Row &r : rows)
+    EXPECT_EQ(Tavona_CreateHash(r.text, r.modulus), r.expect) << N(r.text) << " mod " << r.modulus;
+}
+
 TEST(Roman, Values) {
   struct Row { int value; const char *expect; } rows[] = {
       {1, "I"},       {4, "IV"},          {9, "IX"},       {944, "CMXLIV"},     {1994, "MCMXCIV"},

@@ -316,4 +316,43 @@ TEST(DirsGerman, StatisticDialogInGerman) {
   EXPECT_EQ(RunInGerman(L"Dirs.StatisticDialog"), 0u);
 }
 
+// The progress copy of 400 files, cancelled by the user once some have
+// arrived: the copy stops, what arrived stays, the indicator goes.
+TEST_F(Dirs, ProgressCopyCancelledHalfWay) {
+  Tavona_SetErrorHandlerCallback(nullptr);
+  for (int d = 0; d < 4; ++d) {
+    WStr dir = src_ + L"\\d" + std::to_wstring(d);
+    fs::create_directories(fs::path(dir));
+    for (int f = 0; f < 100; ++f) Write(dir + L"\\f" + std::to_wstring(f) + L".bin", 4096);
+  }
+  HWND owner = CreateWindowW(L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                             nullptr, nullptr, nullptr, nullptr);
+  SetActiveWindow(owner);
+  COPYDIRCTL c = {};
+  c.flags = TAVONA_COPY_RECURSE;
+  HWND indicator = nullptr;
+  auto copy = [&] {
+    return Tavona_CopyDirectoriesWithProgInd(src_.c_str(), dst_.c_str(), &c, L"Backup", RGB(0, 128, 0));
+  };
+  INT rc = tvui::RunModal(copy, [&](tvui::Session &s) {
+    indicator = s.WaitAnyDialog();  // created under the template's caption, then given the title
+    for (int i = 0; i < 200 && s.Text(indicator) != L"Backup"; ++i) Sleep(10);
+    EXPECT_EQ(s.Text(indicator), L"Backup");
+    for (int i = 0; i < 1000 && FilesBelow(dst_).size() < 20; ++i) Sleep(5);
+    s.Click(indicator, IDCANCEL);
+    tvui::Box box = s.WaitMessageBox();
+    // Paused in the question, the indicator still shows its first line.
+    WStr text = s.Text(indicator, IDC_PROGRESS_TEXT);
+    EXPECT_EQ(text.rfind(Pick(L"Copying folders", L"Ordner werden kopiert"), 0), 0u) << Narrow(text);
+    s.Screenshot(indicator, L"dirs_progress");
+    s.Answer(box, IDYES);
+  }, tvui::Ms(20000));
+  EXPECT_EQ(rc, 2);
+  EXPECT_TRUE(c.filesCopied > 0 && c.filesCopied < 400) << c.filesCopied;
+  EXPECT_EQ(FilesBelow(dst_).size(), size_t(c.filesCopied));
+  EXPECT_FALSE(IsWindow(indicator));
+  EXPECT_TRUE(IsWindowEnabled(owner));
+  DestroyWindow(owner);
+}
+
 }  // namespace
