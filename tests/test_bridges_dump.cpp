@@ -1,5 +1,5 @@
 // The statement dump against the real registry: the statement and settings
-// dialogs, the log file and the debugger output.
+// dialogs, the log file, the debugger output and a stand-in log viewer.
 #include <tavona/tavona32.h>
 
 #include <gtest/gtest.h>
@@ -163,9 +163,42 @@ TEST_F(Dump, ConfigurationDialog) {
   EXPECT_EQ(Stored(kSqlKey, L"LogFile"), L"C:\\logs\\new.txt");
 }
 
+// Delete the log, choose the viewer through the file dialog, and open the
+// log in it: started maximised with the viewer and the log quoted.
+TEST_F(Dump, ConfigurationButtons) {
+  std::wstring viewer = BinDir() + L"tvstub_viewer.exe", record = TempPath(L"tavona_viewer_record.txt");
+  DeleteFileW(record.c_str());
+  SetEnvironmentVariableW(L"TAVONA_VIEWER_RECORD", record.c_str());
+  SetText(L"LogFile", log_.c_str());
+  EXPECT_EQ(TavonaDump(L"to", L"be", L"deleted", L""), 0);
+  ASSERT_NE(FileText(log_), L"<missing>");
+  int rc = tvui::RunModal([] { return TavonaDumpConfigure(); }, [&](tvui::Session &s) {
+    HWND dlg = s.WaitDialog(ConfigCaption());
+    s.Click(dlg, IDC_DUMP_DELETE_LOG);
+    s.Click(dlg, IDC_DUMP_BROWSE_VIEWER);
+    wchar_t title[100];
+    LoadStringW(Tavona_GetResourceModule(), IDS_TITLE_VIEWER, title, 100);
+    HWND browse = s.WaitDialog(title);
+    s.Screenshot(browse, Shot(L"bridges_dump_choose_viewer"));
+    s.Send(tvui::FileNameField(s, browse), WM_SETTEXT, 0, LPARAM(viewer.c_str()));
+    s.Click(browse, IDOK);
+    s.WaitClosed(browse);
+    EXPECT_EQ(s.Text(dlg, IDC_DUMP_VIEWER), viewer);
+    s.Click(dlg, IDC_DUMP_SHOW_LOG);
+    s.Click(dlg, IDCANCEL);
+  });
+  EXPECT_EQ(rc, 2);
+  EXPECT_EQ(FileText(log_), L"<missing>") << "deleted by the button";
+  std::wstring seen;
+  for (int i = 0; i < 100 && (seen = FileText(record)) == L"<missing>"; ++i) Sleep(100);
+  EXPECT_EQ(seen, L"\"" + viewer + L"\" \"" + log_ + L"\"\n3");
+  SetEnvironmentVariableW(L"TAVONA_VIEWER_RECORD", nullptr);
+  DeleteFileW(record.c_str());
+}
+
 TEST(DumpGerman, DialogsInGerman) {
   if (GermanRun()) GTEST_SKIP() << "already the German run";
-  EXPECT_EQ(RunInGerman(L"Dump.StatementDialog:Dump.ConfigurationDialog"), 0u);
+  EXPECT_EQ(RunInGerman(L"Dump.StatementDialog:Dump.ConfigurationDialog:Dump.ConfigurationButtons"), 0u);
 }
 
 }  // namespace
