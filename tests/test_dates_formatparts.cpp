@@ -68,9 +68,8 @@ TEST(FormatParts, RoundTrip) {
     const char16_t *format;
     int kind;
   } rows[] = {
-      {u"%W1%D1.%M1.%Y2", 1},         {u"Am %W2, %D1. %M4 %Y2 um %H2:%U2 Uhr", 3},
-      {u"%Y2-%M2-%D2T%H2:%U2:%S2", 3}, {u"%M1/%D1/%Y1 %h1:%U2%P2", 3},
-      {u"%D3 of %M4, %Y2.", 1},        {u"%h2 o'clock%P1", 2},
+      {u"Am %W2, %D1. %M4 %Y2 um %H2:%U2 Uhr", 3}, {u"%Y2-%M2-%D2T%H2:%U2:%S2", 3},
+      {u"%h2 o'clock%P1", 2},
   };
   for (const Row &r : rows) {
     FormatParts p;
