@@ -43,11 +43,9 @@ TEST(DateDialogs, DateAndTime) {
         Expect(s, dlg, L"%W2, %D1. %M4 %Y2 %H2:%U2", __LINE__);
         s.Screenshot(dlg, Shot(L"dates_format_dialog"));
 
-        // Year first: the fields move, the separators stay in place.
-        s.Check(dlg, IDC_DTF_ORDER_YMD);
-        Expect(s, dlg, L"%W2, %Y2. %M4 %D1 %H2:%U2", __LINE__);
-        s.Select(dlg, IDC_DTF_DATE_3, 3);  // the day as an ordinal
+        // Month first: the fields move, the separators stay in place.
         s.Check(dlg, IDC_DTF_ORDER_MDY);
+        s.Select(dlg, IDC_DTF_DATE_2, 3);  // the day as an ordinal
         Expect(s, dlg, L"%W2, %M4. %D3 %Y2 %H2:%U2", __LINE__);
 
         // The 12-hour clock with its marker, seconds with a text after them.

@@ -40,7 +40,6 @@ TEST(LtsKey, ReadablePart) {
   } rows[] = {
       {u"abcdefghijklmnopqrstuvwxyzabcd", u"ABCDEFGHIJKLMNOPQRSTU_"},  // 21 characters, then "_"
       {u"12345678901234567890123", u"D12345678901234567890_"},        // "D" counts
-      {u"```", u"K_"},          {u"a  -  b", u"A_B_"},
       {u"--x", u"X_"},                                  // no key starts with "_"
       {u"((ID_SAVE)Save", u"ID_SAVE_SAVE_"},            // no "))": derived
       {u"!\"#$%<=>@", u"ASNDPKEG@_"},                    // punctuation as letters

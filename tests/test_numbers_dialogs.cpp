@@ -141,8 +141,6 @@ TEST_F(NumberDialogs, PerformHelpPaths) {
   g_capturedReports.clear();
   Tavona_SetErrorHandlerCallback(CaptureReports);
   HMODULE self = GetModuleHandleW(nullptr);
-  Tavona_PerformHelp(nullptr, 5, 0);
-  EXPECT_TRUE(g_capturedReports.empty());
   SetHelpTest(L"1");
   Tavona_PerformHelp(self, 4294967295u, 7);
   SetHelpTest(L"2");
