@@ -61,23 +61,6 @@ TEST(FormatParts, Split) {
   }
 }
 
-// Split and built again, a well-formed format comes back as it was (a
-// hidden weekday without text, like "%W0", is left out).
-TEST(FormatParts, RoundTrip) {
-  struct Row {
-    const char16_t *format;
-    int kind;
-  } rows[] = {
-      {u"Am %W2, %D1. %M4 %Y2 um %H2:%U2 Uhr", 3}, {u"%Y2-%M2-%D2T%H2:%U2:%S2", 3},
-      {u"%h2 o'clock%P1", 2},
-  };
-  for (const Row &r : rows) {
-    FormatParts p;
-    SplitFormat(reinterpret_cast<const WCHAR *>(r.format), r.kind, p);
-    EXPECT_EQ(Narrow(Build(p)), Narrow(r.format)) << "kind " << r.kind;
-  }
-}
-
 TEST(FormatParts, Build) {
   FormatParts empty;
   EXPECT_EQ(Build(empty), u"");

@@ -74,7 +74,7 @@ TEST(TextStrings, CompareFindAndStrstri) {
 
 // Tavona_ReplaceString against the step-by-step rules: fuzz_replace.
 TEST(TextStrings, ScanString) {
-  struct Row {  // field nullptr: out untouched
+  struct Row {
     const WCHAR *line; WCHAR sep; int outSize;
     const WCHAR *field; bool terminated; const WCHAR *rest;
   };
@@ -86,18 +86,16 @@ TEST(TextStrings, ScanString) {
               {TEXT("abc"), ',', 4, TEXT("abc"), true, TEXT("")},
               {TEXT("abcd"), ',', 4, TEXT("abc"), false, TEXT("")},
               {TEXT("\"abcdef\";g"), ';', 4, TEXT("abc"), false, TEXT("g")},
-              {TEXT("bcdef,x"), ',', INT_MIN, nullptr, false, TEXT("x")},
               {TEXT("a"), 0, 5, TEXT("a"), true, TEXT("")}};
   for (const Row &r : rows) {
     Buffer out(r.outSize);
     const WCHAR *cursor = r.line;
     int got = Tavona_ScanString(&cursor, out.data(), r.outSize, r.sep);
     std::string row = "scan " + N(r.line) + " size " + std::to_string(r.outSize);
-    int len = r.field ? static_cast<int>(WStr(r.field).size()) : 0;
+    int len = static_cast<int>(WStr(r.field).size());
     EXPECT_EQ(Narrow(cursor), Narrow(r.rest)) << row;
     EXPECT_EQ(got, len) << row;
     EXPECT_TRUE(out.Intact()) << row;
-    if (!r.field) continue;
     EXPECT_EQ(Narrow(WStr(out.data(), len)), Narrow(r.field)) << row;
     EXPECT_EQ(out.data()[len], r.terminated ? 0 : kFill) << row;
   }
@@ -133,15 +131,7 @@ TEST(TextStrings, HexStringToLong) {
   EXPECT_EQ(Tavona_HexStringToLong(TEXT("1"), nullptr), -1);
 }
 
-TEST(TextStrings, AnsiConversionsRoundTrip) {
-  WCHAR *wide = Tavona_ConvertMB2Wide("Tavona 32");
-  char *narrow = Tavona_ConvertWide2MB(wide);
-  EXPECT_EQ(Narrow(wide) + "|" + (narrow ? narrow : "null"), "Tavona 32|Tavona 32");
-  Tavona_FreeMemory(wide);
-  Tavona_FreeMemory(narrow);
-  EXPECT_TRUE(!Tavona_ConvertMB2Wide(nullptr) && !Tavona_ConvertWide2MB(nullptr));
-}
-
+// The ANSI conversions' values: tests/consumer; their failure: below.
 #ifdef TAVONA_HOST_TEST
 int reports = 0;
 INT WINAPI CountReport(const WCHAR *) { return ++reports, 1; }
