@@ -77,9 +77,8 @@ TEST(Calendar, LengthsValidityAndComparison) {
   for (const Cmp &r : cmps)
     EXPECT_EQ(CompareDateTimeStructs(&r.a, &r.b), r.expect) << Show(r.a) << " vs " << Show(r.b);
 
-  DateTimeStruct r = Dt(2015, 11, 15, 8, 5, 9), neg = Dt(0, 0, 0, -1, 0, 0);
-  EXPECT_EQ(Get_SecondsSinceMidnight(&r), 8u * 3600 + 5 * 60 + 9);
-  EXPECT_EQ(Get_SecondsSinceMidnight(&neg), 0u - 3600u);
+  const DateTimeStruct neg = Dt(0, 0, 0, -1, 0, 0);
+  EXPECT_EQ(Get_SecondsSinceMidnight(&neg), 0u - 3600u);  // not validated
   DateTimeStruct o = Dt(1, -2, 3, INT_MIN, 0, -7);
   EXPECT_EQ(Tavona_InvertDateTimeOffset(&o), 7);
   EXPECT_TRUE(Same(o, Dt(-1, 2, -3, INT_MIN, 0, 7))) << Show(o);

@@ -37,10 +37,9 @@ TEST(Estimate, UnitsDroppedAsAmountsGrow) {
   UseEnglish();
   struct Row { INT seconds; const char *expect; };
   const Row rows[] = {
-      {3725, "Left: 1 hour, 2 minutes"},  // seconds dropped
+      {3725, "Left: 1 hour, 2 minutes"}, {3600, "Left: 1 hour"},  // seconds dropped, zeros left out
       {7300, "Left: 2 hours, 1 minute"},      {5 * 3600 + 60, "Left: 5 hours"},  // minutes dropped
       {4 * 60 + 1, "Left: 4 minutes, 1 second"}, {5 * 60 + 1, "Left: 5 minutes"},
-      {3600, "Left: 1 hour"},
   };
   for (const Row &r : rows) EXPECT_EQ(Estimate(r.seconds, TEXT("Left:")), r.expect) << r.seconds << " s";
 }

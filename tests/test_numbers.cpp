@@ -45,7 +45,6 @@ TEST(IntFormat, Writes) {
       {1000, "%T", 100, "1000"},            {42, "%T,%W6%+", 100, "+000,042"},
       {0, "%T%Znone%B[%E]", 100, "none"},   {5, "%T%Znone%B[%E]", 100, "[5]"},
       {-7, "%-", 100, "7"},                 {0, "%+", 100, "+0"},
-      {1000, "%T'%BEUR \\p ", 100, "EUR % 1'000"},
       {INT_MIN, nullptr, 100, "--2.147.483.648"},
       // whole separators of several characters
       {1234567, "%T123456789xyz", 100, "1123456789234123456789567"},
@@ -79,7 +78,6 @@ TEST(FloatFormat, Writes) {
       {1234.5, "%F0%T.", 100, "1.235"},           {1e-14, "%Z-%F2%D.", 100, "-"},
       {-0.001, "%Z-%F2%D.", 100, "-0.00"},        {1.0, "%+", 100, "+1"},  // no %F: no fraction
       {99.995, nullptr, 100, "100,00"},           {1250.0, "%F-2", 100, "13"},
-      {1234567.0, "%T  %F1%D.", 100, "1  234  567.0"},
       {1234567.0, "%T%%F1%D.", 100, "1234567.0"}, {1234567.0, "%F2%DABC", 100, "1234567A00"},
       {1e18, "%F0%T.", 100, "1.000.000.000.000.000.000"},
       {1e19, "%F0%B<%E>", 100, "<>"},             {1.5, "%F20%B<%E>", 100, "<>"},  // beyond 19 digits
@@ -118,9 +116,8 @@ void ExpectRead(const ReadRow<T> (&rows)[N], INT(WINAPI *read)(const WCHAR *, T 
 TEST(IntFormat, Reads) {
   const std::string longText = std::string(46, '0') + "1234";  // 49 characters are collected
   const ReadRow<INT> rows[] = {
-      {"1.234.567", nullptr, 1234567},  {"abc", nullptr, 0},
-      {"12-3", nullptr, 12},            {"-1.234", nullptr, -1234},
-      {"--2.147.483.648", nullptr, 0},  {"-2147483648", nullptr, INT_MIN},
+      {"1.234.567", nullptr, 1234567},  {"12-3", nullptr, 12},
+      {"-1.234", nullptr, -1234},       {"--2.147.483.648", nullptr, 0},
       {"99999999999", nullptr, INT_MAX}, {"-99999999999", nullptr, INT_MIN},
       {"7", "%-", 7},                   {"none", "%Znone", 0},
       {"+000,042", "%T,%W6%+", 42},     {"EUR % 1'000", "%T'%BEUR \\p ", 1000},
