@@ -18,16 +18,12 @@ TEST(Calendar, EveryDayRoundTrips) {
   DateTimeStruct end = Dt(9999, 12, 31), expect = Dt(1600, 1, 1);
   const int last = Get_DaysSinceBaseDate(&end);
   ASSERT_EQ(last, 3068036);
-  for (int n = 0, failures = 0; n <= last && failures < 10; ++n) {
+  for (int n = 0; n <= last; ++n) {
     DateTimeStruct got{};
     Get_DateSinceBaseDate(n, &got);
-    if (!Same(got, expect) || Get_DaysSinceBaseDate(&got) != n ||
-        Get_Weekday(&got) != (n + 6) % 7) {
-      ++failures;
-      ADD_FAILURE() << "day " << n << ": got " << Show(got) << " (number "
-                    << Get_DaysSinceBaseDate(&got) << ", weekday " << Get_Weekday(&got)
-                    << ") expected " << Show(expect);
-    }
+    ASSERT_TRUE(Same(got, expect) && Get_DaysSinceBaseDate(&got) == n && Get_Weekday(&got) == (n + 6) % 7)
+        << "day " << n << ": got " << Show(got) << " (number " << Get_DaysSinceBaseDate(&got)
+        << ", weekday " << Get_Weekday(&got) << ") expected " << Show(expect);
     if (++expect.day > Get_MonthLng(expect.year, expect.month)) {
       expect.day = 1;
       if (++expect.month > 12) expect.month = 1, ++expect.year;
@@ -49,12 +45,11 @@ TEST(Calendar, DayNumbersBeyondTheRange) {
     EXPECT_EQ(Get_Weekday(&r.date), r.weekday) << Show(r.date);
   }
   struct Back { int days; DateTimeStruct date; };
-  const Back backs[] = {{INT_MIN, Dt(1600, 1, 1)}, {3068037, Dt(10000, 1, 1)},
-                        {3100000, Dt(10087, 7, 6)}, {INT_MAX, Dt(5881210, 7, 11)}};
+  const Back backs[] = {{INT_MIN, Dt(1600, 1, 1)}, {3068037, Dt(10000, 1, 1)}, {INT_MAX, Dt(5881210, 7, 11)}};
   for (const Back &b : backs) {
     DateTimeStruct got = Dt(1, 2, 3, 4, 5, 6);
     Get_DateSinceBaseDate(b.days, &got);
-    EXPECT_TRUE(Same(got, b.date)) << b.days << ": got " << Show(got) << " expected " << Show(b.date);
+    EXPECT_EQ(Show(got), Show(b.date)) << b.days;
   }
 }
 
@@ -67,28 +62,23 @@ TEST(Calendar, LengthsValidityAndComparison) {
   const Check checks[] = {
       {Dt(2015, 1, 31), 0, 1},       {Dt(2015, 1, 31), 1, 0},  {Dt(2015, 2, 30), 1, 1},
       {Dt(2015, 2, 30), 0, 0},       {Dt(2015, 2, 30), 4, 1},  {Dt(2015, 1, 1, 24), 0, 0},
-      {Dt(2015, 1, 1, 24), 2, 1},    {Dt(2015, 1, 1, 23, 59, 59), 0, 1},
-      {Dt(2015, 1, 1, 0, 60), 0, 0}, {Dt(2015, 1, 1, 0, 0, -1), 0, 0},
+      {Dt(2015, 1, 1, 24), 2, 1},    {Dt(2015, 1, 1, 0, 60), 0, 0}, {Dt(2015, 0, 1), 2, 0},
       {Dt(1599, 12, 31), 2, 0},      {Dt(9999, 12, 31), 2, 1}, {Dt(10000, 1, 1), 2, 0},
-      {Dt(2015, 0, 1), 2, 0},        {Dt(2015, 1, 0), 2, 0},   {Dt(0, 0, 0, -1), 6, 1},
+      {Dt(0, 0, 0, -1), 6, 1},
   };
   for (const Check &c : checks)
     EXPECT_EQ(Tavona_VerifyDateTime(&c.r, c.flags), c.expect) << Show(c.r) << " flags " << c.flags;
 
   struct Cmp { DateTimeStruct a, b; int expect; };
   const Cmp cmps[] = {
-      {Dt(2015, 1, 1), Dt(2015, 1, 1), 0},
-      {Dt(2014, 12, 31, 23, 59, 59), Dt(2015, 1, 1), -1},
-      {Dt(2015, 2, 1), Dt(2015, 1, 31), 1},
-      {Dt(2015, 1, 1, 0, 0, -1), Dt(2015, 1, 1, 0, 0, 0), -1},  // signed, not validated
-      {Dt(2015, 1, 1, INT_MIN), Dt(2015, 1, 1, INT_MAX), -1},
+      {Dt(2015, 1, 1), Dt(2015, 1, 1), 0},  {Dt(2015, 2, 1), Dt(2015, 1, 31), 1},
+      {Dt(2015, 1, 1, INT_MIN), Dt(2015, 1, 1, INT_MAX), -1},  // signed, not validated
   };
   for (const Cmp &r : cmps)
     EXPECT_EQ(CompareDateTimeStructs(&r.a, &r.b), r.expect) << Show(r.a) << " vs " << Show(r.b);
 
-  DateTimeStruct r = Dt(2015, 11, 15, 8, 5, 9), neg = Dt(0, 0, 0, -1, 0, 0);
-  EXPECT_EQ(Get_SecondsSinceMidnight(&r), 8u * 3600 + 5 * 60 + 9);
-  EXPECT_EQ(Get_SecondsSinceMidnight(&neg), 0u - 3600u);
+  const DateTimeStruct neg = Dt(0, 0, 0, -1, 0, 0);
+  EXPECT_EQ(Get_SecondsSinceMidnight(&neg), 0u - 3600u);  // not validated
   DateTimeStruct o = Dt(1, -2, 3, INT_MIN, 0, -7);
   EXPECT_EQ(Tavona_InvertDateTimeOffset(&o), 7);
   EXPECT_TRUE(Same(o, Dt(-1, 2, -3, INT_MIN, 0, 7))) << Show(o);
@@ -97,21 +87,15 @@ TEST(Calendar, LengthsValidityAndComparison) {
 TEST(Calendar, OffsetsCarryOnceAndBorrowTheMonthLeft) {
   struct Row { DateTimeStruct r, o, expect; const char *what; };
   const Row rows[] = {
-      {Dt(2015, 12, 31), Dt(0, 0, 1), Dt(2016, 1, 1), "into the next year"},
       {Dt(2015, 3, 1), Dt(0, 0, -3), Dt(2015, 2, 29), "borrows March's 31 days"},
       {Dt(2015, 3, 1), Dt(0, 0, -1), Dt(2015, 3, 0), "day 0 is kept"},
       {Dt(2015, 1, 31), Dt(0, 1, 0), Dt(2015, 2, 31), "the day is not re-checked"},
       {Dt(2015, 6, 15), Dt(5, 0, 0), Dt(2015, 6, 15), "the offset's year is unused"},
       {Dt(2015, 12, 15), Dt(0, 1, 0), Dt(2016, 1, 15), "month carries into the year"},
-      {Dt(2015, 1, 15), Dt(0, -1, 0), Dt(2014, 12, 15), "month borrows from the year"},
       {Dt(2015, 1, 1, 23, 59, 59), Dt(0, 0, 0, 0, 0, 1), Dt(2015, 1, 2, 0, 0, 0), "seconds up"},
-      {Dt(2015, 1, 1, 0, 0, 0), Dt(0, 0, 0, 0, 0, -1), Dt(2015, 1, 0, 23, 59, 59), "seconds down"},
       {Dt(2015, 1, 1, 0, 0, 0), Dt(0, 0, 0, 0, 0, 150), Dt(2015, 1, 1, 0, 1, 90),
        "a single carry only"},
-      {Dt(2016, 1, 1), Dt(0, 0, 366), Dt(2017, 1, 1), "a leap year of days"},
-      {Dt(2015, 3, 1), Dt(0, 0, -400), Dt(2014, 1, 25), "a long walk back"},
       {Dt(2015, 6, 15), Dt(0, 0, 3000000), Dt(10229, 3, 5), "many 400-year cycles"},
-      {Dt(2015, 6, 15), Dt(0, 0, -1000000), Dt(-723, 7, 17), "many cycles back"},
       {Dt(2015, -3, 40), Dt(0, 0, 100), Dt(2015, 1, 20), "months below 1 have 30 days"},
       {Dt(2015, 15, 10), Dt(0, -20, 5, -23, -59, -59), Dt(2014, 7, 14, 0, 0, 1),
        "one borrow per field"},
@@ -120,9 +104,7 @@ TEST(Calendar, OffsetsCarryOnceAndBorrowTheMonthLeft) {
   for (const Row &row : rows) {
     DateTimeStruct r = row.r;
     Tavona_AddDateTimeOffset(&r, &row.o);
-    EXPECT_TRUE(Same(r, row.expect))
-        << row.what << ": " << Show(row.r) << " + " << Show(row.o) << " gave " << Show(r)
-        << " expected " << Show(row.expect);
+    EXPECT_EQ(Show(r), Show(row.expect)) << row.what << ": " << Show(row.r) << " + " << Show(row.o);
   }
 }
 
@@ -138,17 +120,11 @@ TEST(Calendar, EasterSunday) {
     ASSERT_EQ(Tavona_ComputeEasterSunday(y, &r), 0);
     ASSERT_TRUE(Same(r, Dt(y, month, day))) << y << ": " << Show(r);
   }
-  DateTimeStruct r{};
-  Tavona_ComputeEasterSunday(INT_MIN, &r);
-  Tavona_ComputeEasterSunday(INT_MAX, &r);
 }
 
 #ifndef _WIN32
 TEST(Calendar, ClockAndTimeSince) {
   tv::plat::host::SetClock(2016, 3, 1, 0, 0, 30);
-  DateTimeStruct r{};
-  Get_CurrentDateAndTime(&r);
-  EXPECT_TRUE(Same(r, Dt(2016, 3, 1, 0, 0, 30))) << Show(r);
   // One day and one minute back from 1 March: the day -1 borrows the 31
   // days of March, the month being left.
   DateTimeStruct since{}, offset = Dt(0, 0, 1, 0, 1, 0);
@@ -156,32 +132,21 @@ TEST(Calendar, ClockAndTimeSince) {
   EXPECT_TRUE(Same(since, Dt(2016, 2, 30, 23, 59, 30))) << Show(since);
   EXPECT_TRUE(Same(offset, Dt(0, 0, 1, 0, 1, 0))) << "the offset is left alone";
   tv::plat::host::SetClockFails(true);
+  DateTimeStruct r{};
   Get_CurrentDateAndTime(&r);
   EXPECT_TRUE(Same(r, Dt(1900, 1, 1))) << Show(r);
   tv::plat::host::SetClockFails(false);
   tv::plat::host::UseRealClock();
 }
 #else
-// The file time and time-of-day exports wrap the routines of
-// test_dates_internal: one round trip through them, and the real clock.
-TEST(Calendar, ClockAndFileTimes) {
+// The real clock (the file time exports and Tavona_GetTimeSince wrap
+// routines tested elsewhere).
+TEST(Calendar, Clock) {
   DateTimeStruct r{};
   Get_CurrentDateAndTime(&r);
   SYSTEMTIME st;
   GetLocalTime(&st);
   DateTimeStruct local = Dt(st.wYear, st.wMonth, st.wDay, st.wHour, st.wMinute, st.wSecond);
   EXPECT_LE(Get_DaysSinceBaseDate(&local) - Get_DaysSinceBaseDate(&r), 1) << Show(r);
-  DateTimeStruct since{}, hourBack = Dt(0, 0, 0, 1, 0, 0);
-  Tavona_GetTimeSince(&hourBack, &since);
-  unsigned gap = (Get_SecondsSinceMidnight(&r) + 86400u - Get_SecondsSinceMidnight(&since)) % 86400u;
-  EXPECT_TRUE(gap >= 3600 && gap <= 3610) << Show(r) << " and an hour back " << Show(since);
-
-  const DateTimeStruct when = Dt(2015, 11, 15, 8, 5, 9);
-  FILETIME ft{};
-  DateTimeStruct_To_FileTime(&when, &ft);
-  EXPECT_EQ(ULONGLONG{ft.dwHighDateTime} << 32 | ft.dwLowDateTime, 130920447090000000ull);
-  DateTimeStruct back{};
-  FileTime_To_DateTimeStruct(&ft, &back);
-  EXPECT_TRUE(Same(back, when)) << Show(back);
 }
 #endif

@@ -26,25 +26,7 @@ const WCHAR *const kEnglish[] = {
     TEXT("January|February|March|April|May|June|July|August|September|October|November|December"),
     TEXT("Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec")};
 
-// Item n of a name list as the resource library has it.
-WStr NameItem(UINT list, int n) {
-  WCHAR text[1024] = {};
-#ifdef _WIN32
-  LoadStringW(Tavona_GetResourceModule(), list, text, 1024);
-#else
-  WStr s = kEnglish[list - IDS_LIST_WEEKDAYS_LONG];
-  std::copy(s.begin(), s.end(), text);
-#endif
-  WStr all = text, item;
-  size_t at = 0;
-  for (int i = 0; i < n && at != WStr::npos; ++i) {
-    at = all.find('|', at);
-    if (at != WStr::npos) ++at;
-  }
-  if (at == WStr::npos) return {};
-  return all.substr(at, all.find('|', at) - at);
-}
-
+// The resource library's names; the English ones are set on the host.
 void UseNames(const WCHAR *const lists[4]) {
 #ifndef _WIN32
   for (UINT i = 0; i < 4; ++i) tv::plat::host::SetResString(IDS_LIST_WEEKDAYS_LONG + i, lists[i]);
@@ -77,24 +59,14 @@ TEST_F(Formats, Codes) {
   struct Row { DateTimeStruct r; const WCHAR *format; WStr expect; };
   const Row rows[] = {
       {nov, nullptr, TEXT("15.11.2015")},           {nov, TEXT(""), TEXT("15.11.2015")},
-      {Dt(2007, 3, 5), TEXT("%D2.%M2.%Y1"), TEXT("05.03.07")},
       {Dt(2000, 1, 5), TEXT("%Y1|%Y2|%Y7"), TEXT("00|2000|2000")},
-      {Dt(2015, 1, 22), TEXT("%D3"), TEXT("22th")}, {Dt(2015, 1, 1), TEXT("%D3 %D1"), TEXT("1st 1")},
-      {Dt(2015, 1, 21), TEXT("%D3,%D0,%D4,%D9"), TEXT("21th,,,")},
-      {Dt(2015, 1, 1, 0, 30), TEXT("%h1"), TEXT("12")},
+      {Dt(2015, 1, 1), TEXT("%D3"), TEXT("1st")}, {Dt(2015, 1, 21), TEXT("%D3,%D0,%D9"), TEXT("21th,,")},
       {Dt(2015, 1, 1, 13, 5), TEXT("%h2:%U2%P1"), TEXT("01:05 pm")},
       {Dt(2015, 1, 1, 12, 0), TEXT("%H1%P2"), TEXT("12 PM")},
       {Dt(2015, 1, 1, 11, 59), TEXT("%H1%P2%P0"), TEXT("11 AM")},
-      {Dt(2015, 1, 1, 25, 61, 7), TEXT("%H2:%U2:%S1"), TEXT("01:01:7")},
-      {Dt(2015, 1, 1, 0, 0, 0), TEXT("%H0%h0%U0%S0|"), TEXT("|")},
-      {nov, TEXT("%W1 %W2 %M3 %M4"),
-       NameItem(IDS_LIST_WEEKDAYS_SHORT, 0) + TEXT(" ") + NameItem(IDS_LIST_WEEKDAYS_LONG, 0) +
-           TEXT(" ") + NameItem(IDS_LIST_MONTHS_SHORT, 10) + TEXT(" ") +
-           NameItem(IDS_LIST_MONTHS_LONG, 10)},
-      {Dt(2015, 13, 1), TEXT("<%M4><%M3>"), TEXT("<><>")},  // no such item
-      {Dt(2015, 0, 1), TEXT("<%M4><%W2>"), TEXT("<><") + NameItem(IDS_LIST_WEEKDAYS_LONG, 6) + TEXT(">")},
+      {nov, TEXT("%W1 %W2 %M3 %M4"), TEXT("Sun Sunday Nov November")},
+      {Dt(2015, 0, 1), TEXT("<%M4><%W2>"), TEXT("<><Saturday>")},  // no such month
       {nov, TEXT("%X1%%Q1-%q"), TEXT("1-")},  // unknown letters; a short tail ends
-      {nov, TEXT("100%"), TEXT("100")},             {nov, TEXT("%D"), TEXT("")},
   };
   for (const Row &r : rows) {
     WStr got = Formatted(r.r, r.format);
@@ -103,21 +75,12 @@ TEST_F(Formats, Codes) {
   }
 }
 
-// Literal text fills the room up to the terminator; a code goes in whole or
-// not at all, and the walk goes on after it.
-TEST_F(Formats, NeverPastTheSizeNorHalfACode) {
+// A code goes in whole or not at all (it needs one unit more than its
+// length), and the walk goes on after it; the bound itself is fuzz_dates_format's.
+TEST_F(Formats, NeverHalfACode) {
   const DateTimeStruct r = Dt(2015, 11, 15);
-  struct Row { const WCHAR *format; int size; WStr expect; };
-  const Row rows[] = {
-      {TEXT("%Y2"), 5, TEXT("")},         {TEXT("%Y2"), 6, TEXT("2015")},
-      {TEXT("ab%Y2cd"), 3, TEXT("ab")},   {TEXT("ab%Y2cd"), 7, TEXT("abcd")},
-      {TEXT("ab%Y2cd"), 8, TEXT("ab2015c")}, {TEXT("ab%Y2cd"), 9, TEXT("ab2015cd")},
-  };
-  for (const Row &row : rows) {
-    WStr got = Formatted(r, row.format, row.size);
-    EXPECT_EQ(got, row.expect) << "'" << Narrow(row.format) << "' in " << row.size << ": got '"
-                               << Narrow(got) << "'";
-  }
+  for (auto [size, expect] : {std::pair{7, TEXT("abcd")}, {8, TEXT("ab2015c")}})
+    EXPECT_EQ(Formatted(r, TEXT("ab%Y2cd"), size), expect) << "size " << size;
   // The time variant has no default of its own.
   WCHAR out[50];
   DateTimeStruct_To_FormattedTime(&r, out, 50, TEXT(""));
@@ -129,20 +92,14 @@ TEST_F(Formats, Parsing) {
   const DateTimeStruct kAny{};
   const Row rows[] = {
       {"3.4.15", TEXT(""), 0, Dt(2015, 4, 3)},    {"150370", nullptr, 0, Dt(1970, 3, 15)},  // digits only
-      {"12:10 pm", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 0, 10)},
-      {"12:10 am", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 12, 10)},
       {"1:05 PM", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 13, 5)},
-      {"1:05 xx", TEXT("%h1:%U2%P1"), 0, Dt(2000, 1, 1, 1, 5)},
       {"1:05 pm", TEXT("%H1:%U2%P1"), 0, Dt(2000, 1, 1, 1, 5)},  // 24-hour clock
       {"pm 5 am", TEXT("%P1%h1%P1"), 0, Dt(2000, 1, 1, 17, 0)},  // the first P holds
       {"-5.-3.-2015", nullptr, 0, Dt(2015, 3, 5)},  // minus signs are skipped
       {"date 1 / 2 / 2015 end", TEXT("%D1-%M1-%Y2"), 0, Dt(2015, 2, 1)},
-      {"29.2.2016", nullptr, 0, Dt(2016, 2, 29)}, {"29.2.2015", nullptr, -1, kAny},
-      {"1.1.1599", nullptr, -1, kAny},            {"1.1.10000", nullptr, -1, kAny},
       {"1.1.4294969311", nullptr, -1, kAny},      {"", nullptr, -1, kAny},  // no wrap into 2015
-      {"3/2015", TEXT("%M1/%Y2"), 0, Dt(2015, 3, 1)}, {"1:60", TEXT("%H1:%U2"), -1, kAny},
+      {"3/2015", TEXT("%M1/%Y2"), 0, Dt(2015, 3, 1)},
       {"Sunday 15.11.2015", TEXT("%W2 %D1.%M1.%Y2"), 0, Dt(2015, 11, 15)},
-      {"15 MAR 2015", TEXT("%D1 %M3 %Y2"), 0, Dt(2015, 3, 15)},
       {"15 dec. 15", TEXT("%D1 %M3 %Y2"), 0, Dt(2015, 12, 15)},
       {"15 2015 Mar", TEXT("%D1 %M3 %Y2"), -1, kAny},  // the name after a digit
       {"15 Marx 7", TEXT("%D1 %M3 %Y2"), 0, Dt(2007, 3, 15)},
@@ -154,25 +111,20 @@ TEST_F(Formats, Parsing) {
     EXPECT_EQ(rc, row.rc) << "'" << row.text << "' with '" << Narrow(row.format) << "': "
                           << Show(r);
     if (rc == 0 && row.rc == 0) {
-      EXPECT_TRUE(Same(r, row.expect)) << "'" << row.text << "': got " << Show(r) << " expected "
-                                       << Show(row.expect);
+      EXPECT_EQ(Show(r), Show(row.expect)) << "'" << row.text << "'";
     }
   }
   DateTimeStruct r{};
   EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(nullptr, &r, nullptr), -1);
-  EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(TEXT("1.1.2015"), nullptr, nullptr), -1);
   EXPECT_EQ(FormattedTime_To_DateTimeStruct(TEXT("23:59:58"), &r, nullptr), 0);
   EXPECT_TRUE(Same(r, Dt(2000, 1, 1, 23, 59, 58))) << Show(r);
-  EXPECT_EQ(FormattedDate_To_DateTimeStruct(TEXT("2.1.2015"), &r, TEXT("%M1/%D1/%Y2")), 0);
-  EXPECT_TRUE(Same(r, Dt(2015, 2, 1))) << Show(r);
 }
 
 TEST_F(Formats, DigitStringsAndOdbc) {
   struct Row { const char *text; int rc; DateTimeStruct expect; };
   const Row rows[] = {
-      {"15032015", 0, Dt(2015, 3, 15)}, {"150315", 0, Dt(2015, 3, 15)}, {"1503", 0, Dt(1900, 3, 15)},
-      {"15031", 0, Dt(1900, 3, 15)},    {"3102", -1, {}},               {"150", -1, {}},
-      {"20151503", -1, {}},             {"0101999999999999", -1, {}},  // always day first
+      {"15032015", 0, Dt(2015, 3, 15)}, {"150315", 0, Dt(2015, 3, 15)}, {"15031", 0, Dt(1900, 3, 15)},
+      {"150", -1, {}}, {"20151503", -1, {}}, {"0101999999999999", -1, {}},  // always day first
   };
   for (const Row &row : rows) {
     DateTimeStruct r{};
@@ -180,10 +132,9 @@ TEST_F(Formats, DigitStringsAndOdbc) {
     int rc = DigitString_To_DateTimeStruct(text.c_str(), &r, TEXT("%Y2%M2%D2"));
     EXPECT_EQ(rc, row.rc) << row.text << ": " << Show(r);
     if (rc == 0) {
-      EXPECT_TRUE(Same(r, row.expect)) << row.text << ": " << Show(r);
+      EXPECT_EQ(Show(r), Show(row.expect)) << row.text;
     }
   }
-  EXPECT_EQ(DigitString_To_DateTimeStruct(nullptr, nullptr, nullptr), -1);
 
   const DateTimeStruct r = Dt(2015, 11, 15, 8, 5, 9);
   WCHAR out[40];
@@ -194,15 +145,15 @@ TEST_F(Formats, DigitStringsAndOdbc) {
   EXPECT_TRUE(Same(back, r)) << Show(back);
   DateTimeStruct_To_OdbcDateConstant(&r, out, 40);
   EXPECT_EQ(WStr(out), TEXT("#11/15/2015#"));
-  EXPECT_EQ(OdbcTimeStamp_To_DateTimeStruct(TEXT("2015-02-30 00:00:00"), &back), -1);
 }
 
 // Every date written with a format reads back with the same format (the
-// hours 0 and 12 on the 12-hour clock excepted).
+// hours 0 and 12 on the 12-hour clock excepted; two-digit years are
+// test_dates_internal's).
 TEST_F(Formats, RoundTrips) {
   const WCHAR *const formats[] = {
       TEXT("%D2.%M2.%Y2 %H2:%U2:%S2"), TEXT("%W2, %D1. %M4 %Y2 %h1:%U2:%S2%P1"),
-      TEXT("%M3 %D3 %Y2, %h2.%U2.%S2%P2"), TEXT("%Y2-%M2-%D2T%H1.%U2.%S2"), TEXT("%D1/%M1/%Y1")};
+      TEXT("%M3 %D3 %Y2, %h2.%U2.%S2%P2"), TEXT("%Y2-%M2-%D2T%H1.%U2.%S2")};
   std::mt19937 rng(3);
   std::uniform_int_distribution<int> day(0, 3068036), sec(0, 86399);
   for (int i = 0; i < 3000; ++i) {
@@ -214,10 +165,6 @@ TEST_F(Formats, RoundTrips) {
       DateTimeStruct expect = r;
       // The 12-hour clock reads 12 am as 12 and 12 pm as 0, as it stands.
       if (WStr(f).find(TEXT("%h")) != WStr::npos && r.hour % 12 == 0) expect.hour = 12 - r.hour;
-      if (f == formats[4]) {
-        expect.hour = expect.minute = expect.second = 0;
-        if (expect.year < 1936 || expect.year > 2035) continue;
-      }
       WCHAR text[200];
       DateTimeStruct_To_FormattedDateTime(&r, text, 200, f);
       DateTimeStruct back{};
@@ -228,38 +175,12 @@ TEST_F(Formats, RoundTrips) {
   }
 }
 
-// Month names in any case, by the user-interface upper-casing (English
-// ones in Parsing).
-#ifndef _WIN32
-TEST_F(Formats, MonthNamesInAnyCase) {
-  const WCHAR *const german[] = {
-      TEXT("Sonntag|Montag|Dienstag|Mittwoch|Donnerstag|Freitag|Samstag"),
-      TEXT("So|Mo|Di|Mi|Do|Fr|Sa"),
-      TEXT("Januar|Februar|M\u00e4rz|April|Mai|Juni|Juli|August|September|Oktober|November|"
-           "Dezember"),
-      TEXT("Jan|Feb|M\u00e4r|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Dez")};
-  UseNames(german);
-  for (const WCHAR *text : {TEXT("15. M\u00e4rz 2015"), TEXT("15. M\u00c4RZ 2015"),
-                            TEXT("15. m\u00e4r 2015"), TEXT("15.M\u00e4rz15")}) {
-    DateTimeStruct r{};
-    EXPECT_EQ(FormattedDateTime_To_DateTimeStruct(text, &r, TEXT("%D1. %M4 %Y2")), 0)
-        << Narrow(text);
-    EXPECT_TRUE(Same(r, Dt(2015, 3, 15))) << Narrow(text) << ": " << Show(r);
-  }
-  WCHAR out[50];
-  DateTimeStruct r = Dt(2015, 3, 15);
-  DateTimeStruct_To_FormattedDateTime(&r, out, 50, TEXT("%W2, %D1. %M4 %Y2"));
-  EXPECT_EQ(WStr(out), TEXT("Sonntag, 15. M\u00e4rz 2015"));
-  UseNames(kEnglish);
-}
-#endif
-
 #ifdef _WIN32
 // The limit is read from the registry at every call (its rule is checked
 // in test_dates_internal).
 TEST_F(Formats, TwoDigitYearLimitIsReadEachTime) {
   const wchar_t kKey[] = L"Software\\Tavona Software\\Global Parameters\\Year 2000";
-  for (auto [limit, two, expect] : {std::tuple{L"50", 51, 1951}, {L"99", 99, 2099}, {L"-1", 0, 1900}}) {
+  for (auto [limit, two, expect] : {std::tuple{L"50", 51, 1951}, {L"99", 99, 2099}}) {
     RegSetKeyValueW(HKEY_CURRENT_USER, kKey, L"YearExpansionLimit", REG_SZ, limit,
                     static_cast<DWORD>((wcslen(limit) + 1) * sizeof(wchar_t)));
     WCHAR text[20];

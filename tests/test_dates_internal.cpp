@@ -3,16 +3,9 @@
 
 #include <climits>
 
+#include "datetest.h"
 #include "datetime/calendar.h"
 #include "datetime/clock_host.h"
-
-namespace {
-
-DateTimeStruct Dt(int y, int mo, int d, int h = 0, int mi = 0, int s = 0) {
-  return {d, mo, y, h, mi, s};
-}
-
-}  // namespace
 
 TEST(DatesInternal, FileTimesKeepTheFixedHour) {
   struct Row { DateTimeStruct r; uint64_t fileTime; };

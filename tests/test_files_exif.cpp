@@ -4,7 +4,6 @@
 #include <tavona/files.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -12,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "datetest.h"
 #include "files/exif.h"
 
 namespace {
@@ -24,13 +24,6 @@ int OwnReader(const Bytes &bytes, DateTimeStruct *when) {
   std::copy(bytes.begin(), bytes.end(), exact.get());
   tv::exif::MemorySource src(exact.get(), bytes.size());
   return tv::exif::ReadDateTimeOriginal(src, when);
-}
-
-std::string Show(const DateTimeStruct &d) {
-  char text[80];
-  std::snprintf(text, sizeof text, "%d-%d-%d %d:%d:%d", d.year, d.month, d.day, d.hour, d.minute,
-                d.second);
-  return text;
 }
 
 TEST(FilesExif, RealPictures) {
@@ -71,8 +64,7 @@ TEST(FilesExif, DateText) {
       {"2015:07:0418:30:05", 6, {2015, 7, 4, 18, 30, 5}},  // no blank needed
       {"20150704", 1, {2015, 0, 0, 0, 0, 0}},               // width 4, then no colon
       {"  2015: 7: 4", 3, {2015, 7, 4, 0, 0, 0}},            // blanks before numbers
-      {"-015:+7:04", 3, {-15, 7, 4, 0, 0, 0}}, {"    :  :     :  :  ", 0, {}},
-      {"x2015", 0, {}},
+      {"-015:+7:04", 3, {-15, 7, 4, 0, 0, 0}}, {"x2015", 0, {}},
   };
   for (const Row &r : rows) {
     int f[6] = {0, 0, 0, 0, 0, 0};

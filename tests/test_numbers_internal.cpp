@@ -41,18 +41,12 @@ struct DigitsRow {
   bool negative;
 };
 
-// The exact value, rounded half up at the place asked for.
+// The exact value, rounded half up at the place asked for: fuzz_numbers
+// compares the digits with the exact expansion and the sign; here zero,
+// the refusals beyond 19 digits (which it allows but does not demand) and
+// negative places.
 const DigitsRow kDigits[] = {
-    {0.125, 2, "13", false},       {2.675, 2, "267", false},      {1.005, 2, "100", false},
-    {0.045, 2, "4", false},        {99.995, 2, "10000", false},   {1e-14, 2, "", false},
-    {-0.001, 2, "", true},         {0.0, 2, "00", false},         {-0.0, 2, "00", true},
-    {0.0, 0, "", false},           {5e-324, 2, "", false},
-    {1234567.885, 2, "123456789", false},
-    {1e15 + 0.5, 0, "1000000000000001", false},
-    {0.1, 18, "100000000000000006", false},
-    {999999999999999999.0, 0, "1000000000000000000", false},
-    {0.00049999999999999999, 3, "1", false},
-    {0.07, 19, "700000000000000067", false},
+    {2.675, 2, "267", false},      {-0.001, 2, "", true},         {0.0, 2, "00", false},
     {7.0, 19, nullptr, false},     {1e18, 1, nullptr, false},     {1e19, 0, nullptr, false},
     {1e18, 0, "1000000000000000000", false},
     {1249.5, -2, "12", false},  // rounded at the hundreds, which are left out

@@ -27,14 +27,12 @@ bool Ok(const GuardedBuffer<WCHAR> &b, const WStr &expect) { return b.Text() == 
 TEST(TextEscapes, Encode) {
   struct Row { const WCHAR *src; unsigned flags; int size; const WCHAR *expect; };
   for (const Row &r : {Row{TEXT("  a\"b"), 5, 99, TEXT("\\x20\\x20a\\qb")},
-                       Row{TEXT("  a\"b"), 0, 99, TEXT("  a\"b")},
                        Row{TEXT(" a b"), 16, 99, TEXT("\\x20a\\x20b")},
                        Row{TEXT("\t\x01\b\v\x0c"), 0, 99, TEXT("\\t\\d01\\a\\v\\d12")},
                        Row{TEXT("\x1f"), 2, 99, TEXT("\\x1F")},
                        Row{TEXT("C:\\d\r\n"), 8, 99, TEXT("C:\\\\d\\\\n")},  // lone '\' for CR
                        Row{TEXT("abcdef"), 0, 12, TEXT("ab")},  // stops at 10 left
-                       Row{TEXT("a\x01xyz"), 0, 12, TEXT("a\\d01")},
-                       Row{TEXT("abc"), 0, 10, TEXT("")}}) {
+                       Row{TEXT("a\x01xyz"), 0, 12, TEXT("a\\d01")}}) {
     GuardedBuffer<WCHAR> b(r.size, TEXT("zz"));
     Tavona_EncodeString(r.src, b.data(), r.size, r.flags);
     EXPECT_TRUE(Ok(b, r.expect)) << "encode " << N(r.src) << " flags " << r.flags << " size "
@@ -45,7 +43,6 @@ TEST(TextEscapes, Encode) {
 TEST(TextEscapes, Decode) {
   struct Row { const WCHAR *in; WCHAR escape; const WCHAR *expect; };  // escape 0: classic
   for (const Row &r : {Row{TEXT("\\z\\\\"), 0, TEXT("\\\\")}, Row{TEXT("abc\\"), 0, TEXT("abc")},
-                       Row{TEXT("\\a\\t\\n\\v\\r\\q"), 0, TEXT("\b\t\n\v\r\"")},
                        Row{TEXT("\\x41\\x6a\\d66\\d 9\\d7x"), 0, TEXT("AjB\t\x07")},
                        Row{TEXT("\\xZZ\\d-1"), 0, TEXT("\xFFFF\xFFFF")},
                        Row{TEXT("a\\x4"), 0, TEXT("a\\4")},  // too short
@@ -94,7 +91,6 @@ TEST(TextLists, LanguageLists) {
   for (const Replace &r : {Replace{TEXT("Hallo|49|Hello|44"), 40, TEXT("Hi"), 44, TEXT("Hi|44|Hallo|49")},
                            Replace{TEXT("a|44|b|7|c|44"), 40, TEXT("d"), 44, TEXT("d|44|b|7")},
                            Replace{TEXT("Hallo| 049|x"), 40, TEXT("Hi"), 44, TEXT("Hi|44|Hallo| 049|x|49")},
-                           Replace{TEXT("|7"), 40, TEXT("Hi"), 44, TEXT("Hi|44||7")},
                            Replace{TEXT("Hallo|49"), 15, TEXT("Hi"), 44, TEXT("Hi|44|Hallo|49")},  // just fits
                            Replace{longOld.c_str(), 999, TEXT("y"), 44, longNew.c_str()}}) {  // cut to 499
     GuardedBuffer<WCHAR> b(r.size, V(r.list).c_str());

@@ -15,47 +15,34 @@
 
 namespace {
 
-constexpr WCHAR kGuard = 0xBEEF;
-constexpr WCHAR kFill = 0x2323;  // both bytes differ from every digit
+using Buffer = GuardedBuffer<WCHAR>;
+constexpr WCHAR kFill = Buffer::kFill;  // both bytes differ from every digit
 
 std::string N(const WCHAR *s) { return s ? "'" + Narrow(s) + "'" : "null"; }
 
-// size units for the routine, prefilled with kFill then init (terminated or
-// not), followed by guard units that must survive.
-struct Buffer {
-  std::vector<WCHAR> units;
-  int size;
-  Buffer(const WCHAR *init, int size) : units(size > 0 ? size + 4 : 4, kGuard), size(size) {
-    for (int i = 0; i < size; ++i) units[i] = kFill;
-    for (int i = 0; init && i < size && (i == 0 || init[i - 1]); ++i) units[i] = init[i];
-  }
-  WCHAR *data() { return units.data(); }
-  WStr Text() const { return WStr(units.data(), std::find(units.data(), units.data() + size, 0)); }
-  bool GuardsIntact() const {
-    return std::all_of(units.begin() + std::max(size, 0), units.end(),
-                       [](WCHAR c) { return c == kGuard; });
-  }
-};
+// A guarded buffer holding init as it stands, terminated within size or not.
+Buffer Holding(const WCHAR *init, int size) {
+  Buffer b(size);
+  for (int i = 0; init && i < size && (i == 0 || init[i - 1]); ++i) b.data()[i] = init[i];
+  return b;
+}
 
 TEST(TextStrings, BoundedCopyAndAppendNeverTruncate) {
   struct Row { bool append; const WCHAR *dst, *src; int size; const WCHAR *expect; bool reported; };
-  const Row rows[] = {  // expect nullptr: buffer untouched
+  const Row rows[] = {
       {false, TEXT("xx"), TEXT("abc"), 4, TEXT("abc"), false},
       {false, TEXT("xx"), TEXT("abcd"), 4, TEXT(""), true},
       {false, TEXT("xx"), nullptr, 4, TEXT(""), false},
       {true, TEXT("ab"), TEXT("cd"), 5, TEXT("abcd"), false},
       {true, TEXT("abcd"), TEXT("x"), 5, TEXT(""), true},
-      {true, TEXT("abcde"), TEXT("x"), 5, nullptr, false}};  // unterminated: left alone
+      {true, TEXT("abcde"), TEXT("x"), 5, TEXT("abcde"), false}};  // unterminated: left alone
   for (const Row &r : rows) {
-    Buffer b(r.dst, r.size);
-    std::vector<WCHAR> before = b.units;
+    Buffer b = Holding(r.dst, r.size);
     int lines = DebugLines();
     (r.append ? TavonaAppendString : TavonaCopyString)(b.data(), r.src, r.size);
     std::string row = (r.append ? "append " : "copy ") + N(r.src) + " to " + N(r.dst) + " size " +
                       std::to_string(r.size);
-    EXPECT_TRUE(r.expect ? b.Text() == WStr(r.expect) : b.units == before)
-        << row << ": got " << N(b.Text().c_str());
-    EXPECT_TRUE(b.GuardsIntact()) << row;
+    EXPECT_TRUE(b.Text() == WStr(r.expect) && b.Intact()) << row << ": got " << N(b.Text().c_str());
     EXPECT_EQ(DebugLines() - lines, r.reported ? 1 : 0) << row << ": reports";
   }
 }
@@ -85,66 +72,32 @@ TEST(TextStrings, CompareFindAndStrstri) {
   }
 }
 
-TEST(TextStrings, ReplaceString) {
-  // flags: 1 once, 2 any case, 4 at the start, 8 in the middle, 16 at the
-  // end. A splice must leave the text shorter than size - 1; the search
-  // goes on after the replacement.
-  struct Row {
-    const WCHAR *text; int size; const WCHAR *find, *with; unsigned flags; const WCHAR *expect;
-  };
-  const Row rows[] = {
-      {TEXT("aXbXc"), 8, TEXT("X"), TEXT("YY"), 28, TEXT("aYYbXc")},
-      {TEXT("aXbXc"), 9, TEXT("X"), TEXT("YY"), 28, TEXT("aYYbYYc")},
-      {TEXT("aaaa"), 6, TEXT("a"), TEXT("bb"), 28, TEXT("aaaa")},
-      {TEXT("aXbXc"), 20, TEXT("X"), TEXT("Y"), 29, TEXT("aYbXc")},
-      {TEXT("XaXbX"), 20, TEXT("X"), TEXT("-"), 8, TEXT("Xa-bX")},
-      {TEXT("XaXbX"), 20, TEXT("X"), TEXT("-"), 20, TEXT("-aXb-")},
-      {TEXT("abab"), 10, TEXT("ab"), TEXT("X"), 4, TEXT("Xab")},
-      {TEXT("abAB"), 20, TEXT("AB"), TEXT("-"), 30, TEXT("--")},
-      {TEXT("abab"), 10, TEXT("AB"), TEXT("X"), 28, TEXT("abab")},
-      {TEXT("aa"), 20, TEXT("a"), TEXT("aa"), 28, TEXT("aaaa")},
-      {TEXT("aaa"), 10, TEXT("a"), TEXT(""), 4, TEXT("")},
-      {TEXT("aXbxc"), 10, TEXT("x"), nullptr, 2 | 28, TEXT("abc")},
-      {TEXT("ab"), 20, TEXT(""), TEXT("-"), 28, TEXT("ab")},
-      {TEXT("abc"), 3, TEXT("b"), TEXT(""), 28, TEXT("abc")}};  // not terminated within the size
-  for (const Row &r : rows) {
-    Buffer b(r.text, r.size);
-    Tavona_ReplaceString(b.data(), r.size, r.find, r.with, r.flags);
-    EXPECT_TRUE(b.Text() == WStr(r.expect) && b.GuardsIntact())
-        << "replace " << N(r.find) << " by " << N(r.with) << " in " << N(r.text) << " size "
-        << r.size << " flags " << r.flags << ": got " << N(b.Text().c_str()) << " expected "
-        << N(r.expect);
-  }
-}
-
+// Tavona_ReplaceString against the step-by-step rules: fuzz_replace.
 TEST(TextStrings, ScanString) {
-  struct Row {  // field nullptr: out untouched
+  struct Row {
     const WCHAR *line; WCHAR sep; int outSize;
     const WCHAR *field; bool terminated; const WCHAR *rest;
   };
   const Row rows[] = {{TEXT("one,,two"), ',', 10, TEXT("one"), true, TEXT("two")},
               {TEXT("\"a,b\",c"), ',', 10, TEXT("a,b"), true, TEXT("c")},
-              {TEXT("\"\",x"), ',', 10, TEXT(""), true, TEXT("x")},
               {TEXT(",,x"), ',', 10, TEXT(""), true, TEXT("x")},
               {TEXT("ab\"cd"), ',', 10, TEXT("ab"), true, TEXT("\"cd")},
               {TEXT("\"ab"), ',', 10, TEXT("ab"), true, TEXT("")},
               {TEXT("abc"), ',', 4, TEXT("abc"), true, TEXT("")},
               {TEXT("abcd"), ',', 4, TEXT("abc"), false, TEXT("")},
               {TEXT("\"abcdef\";g"), ';', 4, TEXT("abc"), false, TEXT("g")},
-              {TEXT("bcdef,x"), ',', INT_MIN, nullptr, false, TEXT("x")},
               {TEXT("a"), 0, 5, TEXT("a"), true, TEXT("")}};
   for (const Row &r : rows) {
-    Buffer out(nullptr, r.outSize);
+    Buffer out(r.outSize);
     const WCHAR *cursor = r.line;
     int got = Tavona_ScanString(&cursor, out.data(), r.outSize, r.sep);
     std::string row = "scan " + N(r.line) + " size " + std::to_string(r.outSize);
-    int len = r.field ? static_cast<int>(WStr(r.field).size()) : 0;
+    int len = static_cast<int>(WStr(r.field).size());
     EXPECT_EQ(Narrow(cursor), Narrow(r.rest)) << row;
     EXPECT_EQ(got, len) << row;
-    EXPECT_TRUE(out.GuardsIntact()) << row;
-    if (!r.field) continue;
+    EXPECT_TRUE(out.Intact()) << row;
     EXPECT_EQ(Narrow(WStr(out.data(), len)), Narrow(r.field)) << row;
-    EXPECT_EQ(out.units[len], r.terminated ? 0 : kFill) << row;
+    EXPECT_EQ(out.data()[len], r.terminated ? 0 : kFill) << row;
   }
 }
 
@@ -159,46 +112,26 @@ TEST(TextStrings, ScanStringlistLogarithmic) {
         << "key " << N(r.key) << " count " << r.count;
 }
 
-// Scanning itself is checked against its rules by fuzz_digits.
-TEST(TextStrings, ExtractFirstDigitString) {
-  // out: the leading units afterwards, as bytes and not characters were copied
-  struct ExtractRow { const WCHAR *text; int minDigits, outSize, ret; std::vector<WCHAR> out; };
-  const ExtractRow extracts[] = {{TEXT("ab12cd345"), 3, 10, 1, {'3', 0x2334, kFill, 0}},
-                  {TEXT("x1234"), 1, 3, 1, {'1', kFill, 0}},
-                  {TEXT("none"), 1, 5, 0, {0, kFill}}};
-  for (const ExtractRow &r : extracts) {
-    Buffer out(nullptr, r.outSize);
-    std::string row = "extract from " + N(r.text) + " size " + std::to_string(r.outSize);
-    int ret = Tavona_ExtractFirstDigitString(r.text, r.minDigits, nullptr, nullptr, out.data(),
-                                             r.outSize);
-    EXPECT_EQ(ret, r.ret) << row;
-    EXPECT_TRUE(std::equal(r.out.begin(), r.out.end(), out.units.begin())) << row;
-    EXPECT_TRUE(out.GuardsIntact()) << row;
-  }
+// Scanning, refusals and the terminator are checked against their rules by
+// fuzz_digits. The copy counts bytes, not characters, as it stands: of
+// "345" come '3' and the low byte of '4'.
+TEST(TextStrings, ExtractFirstDigitStringCopiesBytes) {
+  Buffer out(10);
+  EXPECT_EQ(Tavona_ExtractFirstDigitString(TEXT("ab12cd345"), 3, nullptr, nullptr, out.data(), 10), 1);
+  const WCHAR expect[] = {'3', 0xBE34, kFill, 0};
+  EXPECT_TRUE(std::equal(expect, expect + 4, out.data()) && out.Intact());
 }
 
+// Digits, blanks and refusals against the rules: fuzz_hex; here what it
+// does not try.
 TEST(TextStrings, HexStringToLong) {
-  struct Row { const WCHAR *text; int ret; DWORD value; };
-  const Row rows[] = {
-      {TEXT(" 1f\ta"), 0, 0x1FA},         {TEXT("0x10"), -1, 0},        {nullptr, 0, 0},
-      {TEXT("123456789"), 0, 0x23456789}, {TEXT("ffFF1g"), -1, 0xFFFF1}, {TEXT("\u0661"), -1, 0}};
-  for (const Row &r : rows) {
-    DWORD v = 0xDEAD;
-    EXPECT_EQ(Tavona_HexStringToLong(r.text, &v), r.ret) << "hex " << N(r.text);
-    EXPECT_EQ(v, r.value) << "hex " << N(r.text);
-  }
+  DWORD v = 0xDEAD, w = 0xDEAD;
+  EXPECT_TRUE(Tavona_HexStringToLong(nullptr, &v) == 0 && v == 0);
+  EXPECT_TRUE(Tavona_HexStringToLong(TEXT("\u0661"), &w) == -1 && w == 0);  // not a digit here
   EXPECT_EQ(Tavona_HexStringToLong(TEXT("1"), nullptr), -1);
 }
 
-TEST(TextStrings, AnsiConversionsRoundTrip) {
-  WCHAR *wide = Tavona_ConvertMB2Wide("Tavona 32");
-  char *narrow = Tavona_ConvertWide2MB(wide);
-  EXPECT_EQ(Narrow(wide) + "|" + (narrow ? narrow : "null"), "Tavona 32|Tavona 32");
-  Tavona_FreeMemory(wide);
-  Tavona_FreeMemory(narrow);
-  EXPECT_TRUE(!Tavona_ConvertMB2Wide(nullptr) && !Tavona_ConvertWide2MB(nullptr));
-}
-
+// The ANSI conversions' values: tests/consumer; their failure: below.
 #ifdef TAVONA_HOST_TEST
 int reports = 0;
 INT WINAPI CountReport(const WCHAR *) { return ++reports, 1; }
