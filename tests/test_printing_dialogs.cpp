@@ -38,6 +38,13 @@ class CopyDialogs : public ::testing::Test {
     GetPrivateProfileStringW(L"CopyList", key, L"<none>", value, 1000, ini_.c_str());
     return value;
   }
+  // The standard list is written after its window is gone, so a check from
+  // the driver waits for the value (two seconds at most).
+  std::wstring Awaited(const wchar_t *key, const std::wstring &expect) const {
+    std::wstring value;
+    for (int i = 0; i < 200 && (value = Get(key)) != expect; ++i) Sleep(10);
+    return value;
+  }
   std::wstring ini_;
 };
 
@@ -141,13 +148,15 @@ TEST_F(CopyDialogs, StandardListAndNames) {
     s.SetText(standard, IDC_COPY_COUNT, L"4");
     s.Click(standard, IDCANCEL);
     s.WaitClosed(standard);
-    EXPECT_EQ(Get(L"Standard"), std::wstring(L"Copy|3| |0|") + kEmptyRest);
+    const std::wstring asRead = std::wstring(L"Copy|3| |0|") + kEmptyRest;
+    EXPECT_EQ(Awaited(L"Standard", asRead), asRead);
     s.Click(dlg, IDC_COPY_EDIT_STANDARD);
     standard = s.WaitDialog(standardCaption);
     s.SetText(standard, IDC_COPY_COUNT, L"4");
     s.Click(standard, IDOK);
     s.WaitClosed(standard);
-    EXPECT_EQ(Get(L"Standard"), std::wstring(L"Copy|4| |0|") + kEmptyRest);
+    const std::wstring changed = std::wstring(L"Copy|4| |0|") + kEmptyRest;
+    EXPECT_EQ(Awaited(L"Standard", changed), changed);
 
     s.Click(dlg, IDC_COPY_EDIT_NAMES);
     HWND names = s.WaitDialog(Pick(L"Copy Names", L"Namen der Ausfertigungen"));
