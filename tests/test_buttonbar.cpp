@@ -21,14 +21,6 @@ namespace {
 constexpr UINT kNotify = WM_APP + 7;
 constexpr COLORREF kBack = RGB(0, 128, 128);
 
-HMODULE Resources(char lang) {
-  static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
-  static HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
-  return lang == 'd' ? de : en;
-}
-
 LPARAM At(int x, int y) { return MAKELPARAM(x, y); }
 
 class ButtonBar : public ::testing::Test {
@@ -40,7 +32,7 @@ class ButtonBar : public ::testing::Test {
     tv::RegisterWindowClasses(tv::g.instance);
   }
   void SetUp() override {
-    tv::g.resources = Resources('e');
+    tv::g.resources = LanguageResources(L"en");
     top_ = CreateWindowW(L"TAVONA_STATUS_32", L"bar test", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10,
                          10, 520, 300, nullptr, nullptr, nullptr, nullptr);
     bar_ = WButtWind_CreateWindow(top_, top_, kNotify);
@@ -109,7 +101,7 @@ TEST_F(ButtonBar, PaintedStates) {
   ASSERT_TRUE(WButtWind_CreateNewButton(bar_, 8, nullptr, nullptr, 6, 24, 40, 0, nullptr));
   ASSERT_TRUE(WButtWind_CreateNewButton(bar_, 2, nullptr, nullptr, 7, 24, 40, 0, nullptr));
   WButtWind_SetColorProperty(bar_, WBAR_COLOR_SECOND, RGB(255, 0, 0));
-  ASSERT_TRUE(WButton_LoadBitmapFromResource(b[4], Resources('e'),
+  ASSERT_TRUE(WButton_LoadBitmapFromResource(b[4], LanguageResources(L"en"),
                                              MAKEINTRESOURCEW(IDB_WIZARD_DEFAULT)));
   WButtWind_Arrange(bar_);
   // One pixel per state.
@@ -183,11 +175,11 @@ TEST_F(ButtonBar, CommandsOfTheContextMenu) {
 // that the keyboard skips.
 TEST_F(ButtonBar, ContextMenusInBothLanguages) {
   Fill(2);
-  struct Row { char lang; bool onButton; int downs, wrap; const wchar_t *shot; } rows[] = {
-      {'e', false, 6, 1, L"buttonbar_menu_empty_en"}, {'d', false, 6, 0, L"buttonbar_menu_empty_de"},
-      {'e', true, 0, 0, L"buttonbar_menu_button_en"}, {'d', true, 0, 0, L"buttonbar_menu_button_de"}};
+  struct Row { const wchar_t *lang; bool onButton; int downs, wrap; const wchar_t *shot; } rows[] = {
+      {L"en", false, 6, 1, L"buttonbar_menu_empty_en"}, {L"de", false, 6, 0, L"buttonbar_menu_empty_de"},
+      {L"en", true, 0, 0, L"buttonbar_menu_button_en"}, {L"de", true, 0, 0, L"buttonbar_menu_button_de"}};
   for (const Row &r : rows) {
-    tv::g.resources = Resources(r.lang);
+    tv::g.resources = LanguageResources(r.lang);
     tvui::RunModal([&] { SendMessageW(bar_, WM_RBUTTONUP, 0, r.onButton ? At(10, 10) : At(150, 150)); },
                    [&](tvui::Session &s) {
                      HWND menu = s.WaitWindow(
@@ -209,9 +201,9 @@ TEST_F(ButtonBar, ContextMenusInBothLanguages) {
 
 TEST_F(ButtonBar, PropertyDialogsAndEditProp) {
   std::vector<HWBUTTON> b = Fill(2);
-  for (char lang : {'e', 'd'}) {
-    tv::g.resources = Resources(lang);
-    std::wstring suffix = lang == 'e' ? L"_en" : L"_de";
+  for (std::wstring lang : {L"en", L"de"}) {
+    tv::g.resources = LanguageResources(lang.c_str());
+    std::wstring suffix = L"_" + lang;
     auto dialog = [&](const wchar_t *shot, int field, const wchar_t *text, int check) {
       return [=](tvui::Session &s) {
         HWND d = s.WaitAnyDialog();

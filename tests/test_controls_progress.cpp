@@ -17,11 +17,6 @@
 
 namespace {
 
-HMODULE Resources(const wchar_t *lang) {
-  return LoadLibraryExW((BinDir() + lang + L"\\tavona32Res.dll").c_str(), nullptr,
-                        LOAD_LIBRARY_AS_DATAFILE);
-}
-
 uint32_t Rgb(COLORREF c) { return (GetRValue(c) << 16) | (GetGValue(c) << 8) | GetBValue(c); }
 
 class Progress : public ::testing::Test {
@@ -30,7 +25,7 @@ class Progress : public ::testing::Test {
     tv::InitPortableGlobals();
     tv::InitSecondGlobals();
     tv::g.instance = GetModuleHandleW(nullptr);
-    tv::g.resources = Resources(L"en");
+    tv::g.resources = LanguageResources(L"en");
     Tavona_SetErrorHandlerCallback(nullptr);
     Tavona_SetErrorHandlingMode(0);
     owner_ = CreateWindowW(L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
@@ -173,7 +168,7 @@ TEST_F(Progress, AbortCheckHandlesOneMessageAndAsks) {
 // remaining time from position 0 on (where it divides by 1, not 0).
 TEST_F(Progress, CancelAnsweredNoThenYes) {
   for (const wchar_t *lang : {L"en", L"de"}) {
-    tv::g.resources = Resources(lang);
+    tv::g.resources = LanguageResources(lang);
     std::wstring caption = std::wstring(L"Cancel test ") + lang;
     UINT flags = TAVONA_PROGRESS_TIME | (lang[0] == 'd' ? TAVONA_PROGRESS_LARGE : 0);
     tvui::Script script = [&](tvui::Session &s) {

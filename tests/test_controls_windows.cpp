@@ -28,8 +28,7 @@ class SmallWindows : public ::testing::Test {
     tv::InitPortableGlobals();
     tv::InitSecondGlobals();
     tv::g.instance = GetModuleHandleW(nullptr);
-    tv::g.resources = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
+    tv::g.resources = LanguageResources(L"en");
     tv::RegisterWindowClasses(tv::g.instance);
     INITCOMMONCONTROLSEX icc = {sizeof icc, ICC_TAB_CLASSES};
     InitCommonControlsEx(&icc);

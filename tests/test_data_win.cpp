@@ -12,11 +12,6 @@
 
 namespace {
 
-HMODULE LoadResources(const wchar_t *lang) {
-  return LoadLibraryExW((BinDir() + lang + L"\\tavona32Res.dll").c_str(), nullptr,
-                        LOAD_LIBRARY_AS_DATAFILE);
-}
-
 std::wstring TempDir() {
   wchar_t dir[MAX_PATH];
   GetTempPathW(MAX_PATH, dir);
@@ -51,7 +46,7 @@ TEST(CryptedProfile, RoundTripAndDefaults) {
 }
 
 TEST(ResourceIds, OfTheResourceLibrary) {
-  HMODULE en = LoadResources(L"en");
+  HMODULE en = LanguageResources(L"en");
   ASSERT_NE(en, nullptr);
   // The store limit is capacity - 1, checked after each string ID but
   // before each dialog ID.
@@ -65,7 +60,6 @@ TEST(ResourceIds, OfTheResourceLibrary) {
         << "type " << r.type << " capacity " << r.capacity;
     EXPECT_EQ(few[std::max(r.capacity, 1u)], 0x5A5A5A5A) << "type " << r.type;
   }
-  FreeLibrary(en);
 }
 
 // The dialog shows the text, its scrambled form and the text restored,
@@ -74,7 +68,7 @@ TEST(CryptDialog, ShowsScrambledLines) {
   tv::InitPortableGlobals();
   const std::wstring fox = L"The quick brown fox jumps over the lazy dog, again and again and again";
   for (const wchar_t *lang : {L"en", L"de"}) {
-    HMODULE res = LoadResources(lang);
+    HMODULE res = LanguageResources(lang);
     ASSERT_NE(res, nullptr);
     tv::g.resources = res;
     const int button = lang[0] == L'e' ? IDOK : IDCANCEL;  // one of each
@@ -96,7 +90,6 @@ TEST(CryptDialog, ShowsScrambledLines) {
     });
     EXPECT_EQ(rc, button) << Narrow(lang);
     tv::g.resources = nullptr;
-    FreeLibrary(res);
   }
 }
 

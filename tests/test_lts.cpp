@@ -237,12 +237,10 @@ TEST_F(Lts, AssistanceOverTheLibrary) {
   std::wstring path = BinDir() + L"lts_passes.log";
   LtsAssistanceContext ctx = {};
   Open(ctx, path, LTS_FLAG_WRITE_LOG);
-  HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
-                              LOAD_LIBRARY_AS_DATAFILE);
+  HMODULE en = LanguageResources(L"en");
   ASSERT_NE(en, nullptr);
   EXPECT_EQ(LTS_PerformAssistance(&ctx, en, nullptr), 1);
   LTS_CloseAssistance(&ctx);
-  FreeLibrary(en);
   ASSERT_EQ(g_capturedReports.size(), 1u);
   EXPECT_NE(g_capturedReports[0].find(L"Translation assistance has ended"), std::wstring::npos);
 

@@ -48,10 +48,7 @@ struct MessageBoxTest : ::testing::Test {
     RegDeleteKeyW(HKEY_LOCAL_MACHINE, kHandlerKey);
     Tavona_SetErrorHandlingMode(0);
   }
-  static inline HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(),
-                                            nullptr, LOAD_LIBRARY_AS_DATAFILE);
-  static inline HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(),
-                                            nullptr, LOAD_LIBRARY_AS_DATAFILE);
+  static inline HMODULE en = LanguageResources(L"en"), de = LanguageResources(L"de");
 };
 
 // The stub stays loaded through this reference, so its record survives the

@@ -20,14 +20,6 @@ constexpr UINT kActivate = WM_APP + 1, kLeave = WM_APP + 2, kPing = WM_APP + 3;
 const WIZZARD_PAGEDEF kPages[] = {{201, 0, 301}, {202, 0, 302}, {203, 0, 303}, {204, 0, 304},
                                   {0, 0, 0}};
 
-HMODULE Resources(char lang) {
-  static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
-  static HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(), nullptr,
-                                     LOAD_LIBRARY_AS_DATAFILE);
-  return lang == 'd' ? de : en;
-}
-
 // What the callback saw, as "receiver:message:wparam@current page".
 struct Recorder {
   std::vector<std::string> log;
@@ -78,7 +70,7 @@ class Wizard : public ::testing::Test {
     tv::RegisterWindowClasses(tv::g.instance);
   }
   void SetUp() override {
-    tv::g.resources = Resources('e');
+    tv::g.resources = LanguageResources(L"en");
     g_rec = Recorder{};
     g_capturedReports.clear();
     Tavona_SetErrorHandlerCallback(CaptureReports);
@@ -108,10 +100,10 @@ class Wizard : public ::testing::Test {
 };
 
 TEST_F(Wizard, EveryPageMessageInOrder) {
-  for (char lang : {'e', 'd'}) {
+  for (std::wstring lang : {L"en", L"de"}) {
     SetUp();
-    tv::g.resources = Resources(lang);
-    std::wstring suffix = lang == 'e' ? L"_en" : L"_de";
+    tv::g.resources = LanguageResources(lang.c_str());
+    std::wstring suffix = L"_" + lang;
     INT r = Run([&](tvui::Session &s) {
       HWND d = s.WaitAnyDialog();
       EXPECT_EQ(s.Text(d), L"Setup - Your name");

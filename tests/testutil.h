@@ -109,6 +109,16 @@ inline std::wstring BinDir() {
   return dir.substr(0, dir.rfind(L'\\') + 1);
 }
 
+// The resource library of one language ("en", "de") as data, loaded once
+// for the whole run.
+inline HMODULE LanguageResources(const wchar_t *lang) {
+  static HMODULE en = LoadLibraryExW((BinDir() + L"en\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+  static HMODULE de = LoadLibraryExW((BinDir() + L"de\\tavona32Res.dll").c_str(), nullptr,
+                                     LOAD_LIBRARY_AS_DATAFILE);
+  return lang[0] == L'd' ? de : en;
+}
+
 // True in the child run that RunInGerman starts.
 inline bool GermanRun() {
   wchar_t lang[8] = {};
