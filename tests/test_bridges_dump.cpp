@@ -29,12 +29,6 @@ std::wstring Stored(const wchar_t *key, const wchar_t *value) {
   return rc ? L"<missing>" : buf;
 }
 
-std::wstring TempPath(const wchar_t *name) {
-  wchar_t dir[MAX_PATH];
-  GetTempPathW(MAX_PATH, dir);
-  return std::wstring(dir) + name;
-}
-
 // The whole file as UTF-16 units; "<missing>" when it does not exist.
 std::wstring FileText(const std::wstring &path) {
   HANDLE h = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,

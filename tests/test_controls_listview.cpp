@@ -19,12 +19,6 @@ namespace {
 
 const wchar_t kKey[] = L"Software\\Tavona Software\\Tests\\ListView";
 
-std::wstring TempFile(const wchar_t *name) {
-  wchar_t dir[MAX_PATH];
-  GetTempPathW(MAX_PATH, dir);
-  return std::wstring(dir) + name;
-}
-
 std::string ReadBytes(const std::wstring &file) {
   std::ifstream in(std::filesystem::path(file), std::ios::binary);
   if (!in) return "(missing)";
@@ -99,7 +93,7 @@ class ListView : public ::testing::Test {
 
 TEST_F(ListView, SaveToFileBytes) {
   Fill(2, L"a,b|c,d|e,f");
-  std::wstring file = TempFile(L"tv_lv_save.txt");
+  std::wstring file = TempPath(L"tv_lv_save.txt");
   // deliberate: one byte 0x09 between cells, CR LF in UTF-16 at row ends
   EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, file.c_str(), 0, 1, 0, 1, TAVONA_LV_CRLF), 1);
   std::string expected = std::string("a\0\x09" "b\0\r\0\n\0c\0\x09" "d\0\r\0\n\0", 18);
@@ -113,7 +107,7 @@ TEST_F(ListView, SaveToFileBytes) {
 
   g_capturedReports.clear();
   Tavona_SetErrorHandlerCallback(CaptureReports);
-  std::wstring bad = TempFile(L"no such folder\\x.txt");
+  std::wstring bad = TempPath(L"no such folder\\x.txt");
   EXPECT_EQ(Tavona_ListView_SaveToFile(lv_, bad.c_str(), 0, -1, 0, 1, 0), -1);
   ASSERT_EQ(g_capturedReports.size(), 1u);
   EXPECT_NE(g_capturedReports[0].find(bad), std::wstring::npos) << Narrow(g_capturedReports[0]);
@@ -123,7 +117,7 @@ TEST_F(ListView, SaveToFileBytes) {
 // The file's first line defines the columns; trailing TABs go with the
 // CR LF (deliberate), a bracketed cell keeps its TAB.
 TEST_F(ListView, LoadFromFile) {
-  std::wstring file = TempFile(L"tv_lv_load.txt");
+  std::wstring file = TempPath(L"tv_lv_load.txt");
   WriteBytes(file, Utf16(Pick(L"File|170\tSize|80|R\tChanged|150\r\nReport.txt\t12 KB\t11/03/2026\t\t\r\n"
                               L"Summary.xls\t48 KB\t10/14/2026\r\nNotes\t1 KB\t[today\tearly]\r\n",
                               L"Datei|170\tGröße|80|R\tGeändert|150\r\nBericht.txt\t12 KB\t03.11.2026\t\t\r\n"
@@ -155,7 +149,7 @@ TEST_F(ListView, LoadFromFile) {
 // The bytes FF FE are a unit like any other (long lines are the fuzzer's).
 TEST_F(ListView, LoadBadFiles) {
   Fill(2, L"");
-  std::wstring file = TempFile(L"tv_lv_bad.txt");
+  std::wstring file = TempPath(L"tv_lv_bad.txt");
   wchar_t cell[600];
   WriteBytes(file, std::string("\xff\xfe\x00\xd8\x0a\x00\x00\x00\x41\x00", 10));
   EXPECT_EQ(Tavona_ListView_LoadFromFile(lv_, file.c_str()), 2);

@@ -12,14 +12,8 @@
 
 namespace {
 
-std::wstring TempDir() {
-  wchar_t dir[MAX_PATH];
-  GetTempPathW(MAX_PATH, dir);
-  return dir;
-}
-
 TEST(CryptedProfile, RoundTripAndDefaults) {
-  std::wstring ini = TempDir() + L"tavona_crypt_test.ini";
+  std::wstring ini = TempPath(L"tavona_crypt_test.ini");
   // Scrambled characters go beyond any code page: the file must be UTF-16.
   if (FILE *f = _wfopen(ini.c_str(), L"wb")) {
     std::fwrite("\xFF\xFE", 1, 2, f);

@@ -11,9 +11,7 @@
 namespace {
 
 TEST(FilesUi, LoadFailureShowsItsBox) {
-  wchar_t tmp[MAX_PATH];
-  GetTempPathW(MAX_PATH, tmp);
-  const std::wstring missing = std::wstring(tmp) + L"tavona no such file.txt";
+  const std::wstring missing = TempPath(L"tavona no such file.txt");
   DeleteFileW(missing.c_str());
   Tavona_SetErrorHandlingMode(0);
   char buf[8];

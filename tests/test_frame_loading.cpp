@@ -19,10 +19,8 @@ using Folders = std::vector<std::pair<std::wstring, std::wstring>>;
 // and resource libraries in the given language folders ("" = beside it).
 struct Layout {
   explicit Layout(const Folders &resources) {
-    wchar_t tmp[MAX_PATH];
-    GetTempPathW(MAX_PATH, tmp);
     static int serial = 0;
-    dir = std::wstring(tmp) + L"tavona_load_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
+    dir = TempPath(L"tavona_load_") + std::to_wstring(GetCurrentProcessId()) + L"_" +
           std::to_wstring(++serial) + L"\\";
     CreateDirectoryW(dir.c_str(), nullptr);
     EXPECT_TRUE(CopyFileW((BinDir() + L"tavona32.dll").c_str(), Library().c_str(), FALSE));

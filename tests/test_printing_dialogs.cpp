@@ -24,9 +24,7 @@ const wchar_t kEmptyRest[] = L" |0| |0| |0| |0| |0| |0| |0| |0|";
 class CopyDialogs : public ::testing::Test {
  protected:
   void SetUp() override {
-    wchar_t dir[MAX_PATH];
-    GetTempPathW(MAX_PATH, dir);
-    ini_ = std::wstring(dir) + L"tavona_copies_test.ini";
+    ini_ = TempPath(L"tavona_copies_test.ini");
     DeleteFileW(ini_.c_str());
   }
   void TearDown() override { DeleteFileW(ini_.c_str()); }

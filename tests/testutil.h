@@ -109,6 +109,13 @@ inline std::wstring BinDir() {
   return dir.substr(0, dir.rfind(L'\\') + 1);
 }
 
+// The temporary folder (with its trailing backslash) followed by name.
+inline std::wstring TempPath(const wchar_t *name = L"") {
+  wchar_t dir[MAX_PATH];
+  GetTempPathW(MAX_PATH, dir);
+  return std::wstring(dir) + name;
+}
+
 // The resource library of one language ("en", "de") as data, loaded once
 // for the whole run.
 inline HMODULE LanguageResources(const wchar_t *lang) {
