@@ -128,7 +128,6 @@ Appender::Appender(WCHAR *buffer, int size) : buf_(buffer) {
 
 bool Appender::Overflow() {
   buf_[0] = 0;
-  *last_ = 0;
   at_ = buf_;
   ReportNoFit("TavonaAppendString (appender)");
   return false;

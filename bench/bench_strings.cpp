@@ -43,51 +43,33 @@ bool Matches(const WCHAR *at, const WCHAR *find, int findLen, bool noCase) {
 // reference; the limits also hold the constant factor to a few times a raw
 // pointer loop and one plain pass.
 int main() {
-  // 50,000 replacements that double the text.
-  std::vector<WCHAR> original(kTextLen + 1, 'a');
-  original[kTextLen] = 0;
+  // Replacements that double the text (one unit, also ignoring case), and
+  // a two-unit pattern, which takes the general search.
   const int size = 2 * kTextLen + 10;
-  std::vector<WCHAR> text(size), scratch(size);
-  auto load = [&] { tv::CopyRaw(text.data(), original.data(), kTextLen + 1); };
-  bench::Compare(
-      "Tavona_ReplaceString 50,000 replacements",
-      [&] {
-        load();
-        Tavona_Replace(text.data(), size, TEXT("a"), TEXT("bc"), 0);
-      },
-      [&] {
-        load();
-        PlainReplace(text.data(), TEXT("a"), 1, TEXT("bc"), 2, scratch);
-      },
-      3.0);
-  bench::Compare(
-      "Tavona_ReplaceString 50,000 replacements, ignoring case",
-      [&] {
-        load();
-        Tavona_Replace(text.data(), size, TEXT("A"), TEXT("bc"), TAVONA_REPLACE_NOCASE);
-      },
-      [&] {
-        load();
-        PlainReplace(text.data(), TEXT("A"), 1, TEXT("bc"), 2, scratch, true);
-      },
-      3.0);
-
-  // 25,000 replacements of a two-unit pattern, which takes the general search.
-  std::vector<WCHAR> pairs(kTextLen + 1);
+  std::vector<WCHAR> ones(kTextLen + 1, 'a'), pairs(kTextLen + 1), text(size), scratch(size);
   for (int i = 0; i < kTextLen; ++i) pairs[i] = i % 2 ? 'b' : 'a';
-  pairs[kTextLen] = 0;
-  auto loadPairs = [&] { tv::CopyRaw(text.data(), pairs.data(), kTextLen + 1); };
-  bench::Compare(
-      "Tavona_ReplaceString 25,000 replacements of two units",
-      [&] {
-        loadPairs();
-        Tavona_Replace(text.data(), size, TEXT("ab"), TEXT("xyz"), 0);
-      },
-      [&] {
-        loadPairs();
-        PlainReplace(text.data(), TEXT("ab"), 2, TEXT("xyz"), 3, scratch);
-      },
-      3.0);
+  ones[kTextLen] = pairs[kTextLen] = 0;
+  struct Row { const char *name; const std::vector<WCHAR> &original; const WCHAR *find, *with; UINT flags; };
+  const Row rows[] = {
+      {"Tavona_ReplaceString 50,000 replacements", ones, TEXT("a"), TEXT("bc"), 0},
+      {"Tavona_ReplaceString 50,000 replacements, ignoring case", ones, TEXT("A"), TEXT("bc"),
+       TAVONA_REPLACE_NOCASE},
+      {"Tavona_ReplaceString 25,000 replacements of two units", pairs, TEXT("ab"), TEXT("xyz"), 0}};
+  for (const Row &r : rows) {
+    auto load = [&] { tv::CopyRaw(text.data(), r.original.data(), kTextLen + 1); };
+    const bool noCase = r.flags & TAVONA_REPLACE_NOCASE;
+    bench::Compare(
+        r.name,
+        [&] {
+          load();
+          Tavona_Replace(text.data(), size, r.find, r.with, r.flags);
+        },
+        [&] {
+          load();
+          PlainReplace(text.data(), r.find, tv::Len(r.find), r.with, tv::Len(r.with), scratch, noCase);
+        },
+        3.0);
+  }
 
   // 100,000 appends into one buffer, of pieces known only at run time (a
   // constant piece lets the compiler fold the reference into three stores).
