@@ -30,9 +30,9 @@ void Compare(const char *name, const std::function<void()> &library,
   double lib = 1e300, ref = 1e300, ratio = 0;
   // Many short interleaved rounds, best of each: on a busy machine each side
   // still gets some undisturbed batches. A ratio above the limit is measured
-  // once more with the rounds added, so that one busy stretch does not fail
-  // the run while a slow routine still does.
-  for (int attempt = 0; attempt < 2; ++attempt) {
+  // up to three more times, keeping the best of all batches, so that a busy
+  // stretch does not fail the run while a slow routine still does.
+  for (int attempt = 0; attempt < 4; ++attempt) {
     for (int round = 0; round < 3 * rounds; ++round) {
       lib = std::min(lib, Batch(library, libReps));
       ref = std::min(ref, Batch(reference, refReps));
