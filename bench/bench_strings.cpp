@@ -93,6 +93,8 @@ int main() {
           *p = 0;
         }
       },
-      2.0);
+      // Measures 1.5 on a quiet machine, but this short loop swings to 2.3
+      // on a busy one, where the replace rows stay put.
+      3.0);
   return bench::ExitCode();
 }
